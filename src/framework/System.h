@@ -68,7 +68,8 @@ TClassRec MakeClassRec(const char* name, void (*publish)(TClassPublisher&)) {
   rec.Publish = publish;
   if constexpr (!std::is_abstract_v<T> && std::is_default_constructible_v<T>)
     rec.Construct = []() -> TObject* { return new T(); };
-  if constexpr (!std::is_abstract_v<T> && std::is_constructible_v<T, TComponent*>)
+  if constexpr (!std::is_abstract_v<T> && std::is_base_of_v<TComponent, T> &&
+                std::is_constructible_v<T, TComponent*>)
     rec.ConstructComponent = [](TComponent* owner) -> TComponent* { return new T(owner); };
   return rec;
 }
