@@ -213,7 +213,8 @@ String FormatDigits(const String& format, const DecimalDigits& exact, int precis
     number = Round(exact, picture, precision);
   }
   const bool minus = number.Negative && !number.IsZero() && index == 0;
-  return (minus ? "-" : "") + PictureWriter(sections[index], picture, number, settings).Write();
+  String text = minus ? "-" : "";
+  return text += PictureWriter(sections[index], picture, number, settings).Write();
 }
 
 }  // namespace

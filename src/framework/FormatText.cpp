@@ -122,7 +122,8 @@ class Formatter {
     if (spec.Width <= 0 || length >= static_cast<size_t>(spec.Width)) return text;
     const size_t fill = spec.Width - length;
     if (spec.LeftAlign) return text.append(fill, ' ');
-    return text.insert(0, fill, ' ');
+    String padded(fill, ' ');
+    return padded += text;
   }
 
   String Convert(const Spec& spec) {
@@ -148,7 +149,8 @@ class Formatter {
     if (arg.GetKind() != Kind::Int) Fail();
     const int64_t value = arg.AsInt();
     const uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : value;
-    return (value < 0 ? "-" : "") + ZeroPad(std::to_string(magnitude), spec.Precision);
+    String text = value < 0 ? "-" : "";
+    return text += ZeroPad(std::to_string(magnitude), spec.Precision);
   }
 
   // A negative integer shows in the width it was passed with, as the platform's would.
