@@ -1,5 +1,8 @@
 // Text to date-time values: the order of day, month and year comes from ShortDateFormat.
 
+#include <algorithm>
+#include <vector>
+
 #include "DateTimeCodec.h"
 #include "SysUtils.h"
 
@@ -49,6 +52,40 @@ bool HasBlank(const String& format) {
   return false;
 }
 
+// The words a format writes as text: quoted text, and runs of letters outside ASCII ("г",
+// "ཆུ་ཚོད་"). Reading skips them where they stand between or around the numbers.
+std::vector<String> LiteralWords(std::initializer_list<const String*> formats) {
+  std::vector<String> words;
+  auto add = [&words](String& word) {
+    if (!word.empty() && std::find(words.begin(), words.end(), word) == words.end())
+      words.push_back(word);
+    word.clear();
+  };
+  for (const String* format : formats) {
+    String word;
+    char quote = 0;
+    for (char c : *format) {
+      if (quote) {
+        if (c == quote) quote = 0, add(word);
+        else if (IsBlank(c)) add(word);
+        else word += c;
+      } else if (c == '\'' || c == '"') {
+        add(word);
+        quote = c;
+      } else if (static_cast<unsigned char>(c) >= 0x80) {
+        word += c;
+      } else {
+        add(word);
+      }
+    }
+    add(word);
+  }
+  // Longest first, so that a word is not taken for its own beginning.
+  std::stable_sort(words.begin(), words.end(),
+                   [](const String& a, const String& b) { return a.size() > b.size(); });
+  return words;
+}
+
 uint16_t CurrentYear() {
   uint16_t year, month, day;
   DecodeDate(Date(), year, month, day);
@@ -65,6 +102,7 @@ class DateTimeScanner {
   bool ScanDate(double& date) {
     const DateOrder order = OrderOf(FSettings.ShortDateFormat);
     FSeparators = FSettings.DateSeparator + LiteralSeparators(FSettings.ShortDateFormat);
+    FWords = LiteralWords({&FSettings.ShortDateFormat});
     FBlankSeparates = FSettings.DateSeparator == ' ' || HasBlank(FSettings.ShortDateFormat);
     unsigned n1, n2, n3 = 0;
     int len1, len2, len3 = 0;
@@ -88,7 +126,7 @@ class DateTimeScanner {
       else month = n1, day = n2;
       if (nameAt && nameAt != (order == DateOrder::DMY ? 2 : 1)) return false;
     }
-    ScanOneOf(FSeparators);
+    while (ScanOneOf(FSeparators) || SkipWords()) {}
     SkipBlanks();
     if (year > 9999 || month > 12 || day > 31) return false;
     TDateTime value;
@@ -98,23 +136,27 @@ class DateTimeScanner {
   }
 
   bool ScanTime(double& time) {
-    const String timeSeparators = FSettings.TimeSeparator +
-                                  LiteralSeparators(FSettings.LongTimeFormat) +
-                                  LiteralSeparators(FSettings.ShortTimeFormat);
+    FSeparators = FSettings.TimeSeparator + LiteralSeparators(FSettings.LongTimeFormat) +
+                  LiteralSeparators(FSettings.ShortTimeFormat);
+    FWords = LiteralWords({&FSettings.LongTimeFormat, &FSettings.ShortTimeFormat});
+    SkipWords();
     int baseHour = ScanAmPm();
+    SkipWords();
     unsigned hour, min = 0, sec = 0, msec = 0;
     int digits;
     if (!ScanNumber(hour, digits)) return false;
-    if (ScanOneOf(timeSeparators)) {
+    if (ScanTimeSeparator()) {
       if (!ScanNumber(min, digits)) return false;
-      if (ScanOneOf(timeSeparators)) {
+      if (ScanTimeSeparator()) {
         if (!ScanNumber(sec, digits)) return false;
-        if (ScanOneOf(String(1, FSettings.DecimalSeparator) + "." + timeSeparators) &&
+        if (ScanOneOf(String(1, FSettings.DecimalSeparator) + "." + FSeparators) &&
             !ScanNumber(msec, digits))
           return false;
       }
     }
+    while (ScanOneOf(FSeparators) || SkipWords()) {}
     if (baseHour < 0) baseHour = ScanAmPm();
+    SkipWords();
     if (baseHour >= 0) {
       if (hour == 0 || hour > 12) return false;
       hour = hour % 12 + baseHour;
@@ -159,7 +201,28 @@ class DateTimeScanner {
 
   bool ScanSeparator() {
     const bool blanks = SkipBlanks();
-    return ScanOneOf(FSeparators) || (blanks && FBlankSeparates && !AtEnd());
+    return ScanOneOf(FSeparators) || SkipWords() || (blanks && FBlankSeparates && !AtEnd());
+  }
+
+  // Between hours, minutes and seconds: a separator, or the words of "13 h 05 min".
+  bool ScanTimeSeparator() {
+    const size_t start = FPos;
+    const bool found = ScanOneOf(FSeparators) | SkipWords();
+    if (!found) FPos = start;
+    return found;
+  }
+
+  bool SkipWords() {
+    bool any = false;
+    for (bool more = true; more;) {
+      more = false;
+      for (const String& word : FWords)
+        if (ScanString(word)) {
+          any = more = true;
+          break;
+        }
+    }
+    return any;
   }
 
   bool ScanString(const String& symbol) {
@@ -203,7 +266,8 @@ class DateTimeScanner {
   const String& FText;
   const TFormatSettings& FSettings;
   size_t FPos = 0;
-  String FSeparators;
+  String FSeparators;          // of the part being read
+  std::vector<String> FWords;  // the same
   bool FBlankSeparates = false;
 };
 

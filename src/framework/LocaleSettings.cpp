@@ -72,6 +72,10 @@ String DateSymbol(const UDateFormat* format, UDateFormatSymbolType type, int32_t
 
 bool IsSpaceLike(UChar32 c) { return c == ' ' || c == 0xA0 || c == 0x202F || u_isUWhiteSpace(c); }
 
+// Invisible marks such as the right-to-left mark around Arabic separators: plain text does not
+// need them and they would stand between a date's numbers and its separators.
+bool IsFormatMark(UChar32 c) { return u_charType(c) == U_FORMAT_CHAR; }
+
 // A one-character setting from a locale's symbol: ASCII as it is, spaces as a blank, the
 // typographic apostrophe as "'"; anything else keeps the fallback.
 char AsciiSetting(const std::u16string& symbol, char fallback) {
@@ -129,7 +133,7 @@ char16_t PatternSeparator(const std::u16string& pattern) {
   bool quoted = false, afterField = false;
   for (char16_t c : pattern) {
     if (c == '\'') quoted = !quoted;
-    else if (quoted) continue;
+    else if (quoted || IsFormatMark(c)) continue;
     else if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) afterField = true;
     else if (afterField && !IsSpaceLike(c) && c != ',') return c < 0x80 ? c : 0;
   }
@@ -168,6 +172,7 @@ class LiteralWriter {
   ~LiteralWriter() { Close(); }
 
   void Add(UChar32 c) {
+    if (IsFormatMark(c)) return;
     const bool special = c < 0x80 && ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                                       c == '/' || c == ':' || c == '\'');
     if (c == '"') {
@@ -284,16 +289,21 @@ void ReadLocaleDates(TFormatSettings& settings, const String& icuLocale) {
 
   const std::u16string shortDatePattern = DatePattern(shortDate.get());
   const std::u16string shortTimePattern = DatePattern(shortTime.get());
+  const std::u16string longTimePattern = DatePattern(longTime.get());
   const char16_t dateSeparator = PatternSeparator(shortDatePattern);
-  const char16_t timeSeparator = PatternSeparator(shortTimePattern);
+  char16_t timeSeparator = PatternSeparator(shortTimePattern);
+  if (!timeSeparator) timeSeparator = PatternSeparator(longTimePattern);
   if (dateSeparator) settings.DateSeparator = static_cast<char>(dateSeparator);
   if (timeSeparator) settings.TimeSeparator = static_cast<char>(timeSeparator);
+  // Without a separator of its own the locale keeps the invariant one, and a pattern that
+  // writes that character still means the separator.
+  const char16_t dateMark = static_cast<unsigned char>(settings.DateSeparator);
+  const char16_t timeMark = static_cast<unsigned char>(settings.TimeSeparator);
 
-  settings.ShortDateFormat = PlatformDateFormat(shortDatePattern, dateSeparator, 0, true);
+  settings.ShortDateFormat = PlatformDateFormat(shortDatePattern, dateMark, 0, true);
   settings.LongDateFormat = PlatformDateFormat(DatePattern(longDate.get()), 0, 0, true);
-  settings.ShortTimeFormat = PlatformDateFormat(shortTimePattern, 0, timeSeparator, false);
-  settings.LongTimeFormat =
-      PlatformDateFormat(DatePattern(longTime.get()), 0, timeSeparator, false);
+  settings.ShortTimeFormat = PlatformDateFormat(shortTimePattern, 0, timeMark, false);
+  settings.LongTimeFormat = PlatformDateFormat(longTimePattern, 0, timeMark, false);
 
   const UDateFormat* names = longDate.get();
   settings.TimeAMString = DateSymbol(names, UDAT_AM_PMS, 0);

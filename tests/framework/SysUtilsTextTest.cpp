@@ -147,6 +147,32 @@ TEST(FormatSettingsFromLocale, IcuConventionsInThePlatformsLetters) {
   }
 }
 
+// Whatever a locale's conventions, what the settings write they read back.
+TEST(FormatSettingsFromLocale, EveryLocaleReadsBackWhatItWrites) {
+  const TDateTime date = EncodeDate(2011, 3, 4);
+  const TDateTime afternoon = date + EncodeTime(13, 5, 9, 0);
+  // Among them: right-to-left marks around separators (ar_EG), words between the numbers
+  // (fr_CA "13 h 05 min 09 s", bg_BG "4.03.2011 г."), AM/PM and words before the hour (ko_KR,
+  // ee_GH, dz_BT).
+  for (const char* name : {"de_DE", "en_US", "en_GB", "fr_FR", "fi_FI", "ja_JP", "ko_KR", "ru_RU",
+                           "es_ES", "de_CH", "ar_EG", "hi_IN", "zh_CN", "pl_PL", "fr_CA", "bg_BG",
+                           "ee_GH", "dz_BT"}) {
+    const TFormatSettings s = TFormatSettings::Create(name);
+    EXPECT_NE(s.DecimalSeparator, s.ThousandSeparator) << name;
+    for (TDateTime value : {date, afternoon}) {
+      const String text = DateTimeToStr(value, s);
+      TDateTime parsed;
+      EXPECT_TRUE(TryStrToDateTime(text, parsed, s) && parsed.Val == value.Val) << name << ": " << text;
+    }
+    const String time = FormatDateTime("t", afternoon, s);
+    TDateTime parsed;
+    EXPECT_TRUE(TryStrToTime(time, parsed, s) && FormatDateTime("t", parsed, s) == time)
+        << name << ": " << time;
+    EXPECT_EQ(StrToFloat(FloatToStr(-1234.5, s), s), -1234.5) << name;
+    EXPECT_EQ(StrToCurr(CurrToStr(Currency::FromRaw(-12345678), s), s).Raw(), -12345678) << name;
+  }
+}
+
 TEST(FormatSettingsFromLocale, ProcessLocaleByCategory) {
   struct EnvGuard {
     std::vector<std::pair<String, String>> Saved;
