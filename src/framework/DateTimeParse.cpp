@@ -145,15 +145,10 @@ class DateTimeScanner {
     unsigned hour, min = 0, sec = 0, msec = 0;
     int digits;
     if (!ScanNumber(hour, digits)) return false;
-    if (ScanTimeSeparator()) {
-      if (!ScanNumber(min, digits)) return false;
-      if (ScanTimeSeparator()) {
-        if (!ScanNumber(sec, digits)) return false;
-        if (ScanOneOf(String(1, FSettings.DecimalSeparator) + "." + FSeparators) &&
-            !ScanNumber(msec, digits))
-          return false;
-      }
-    }
+    if (ScanTimePart(min) && ScanTimePart(sec) &&
+        ScanOneOf(String(1, FSettings.DecimalSeparator) + "." + FSeparators) &&
+        !ScanNumber(msec, digits))
+      return false;
     while (ScanOneOf(FSeparators) || SkipWords()) {}
     if (baseHour < 0) baseHour = ScanAmPm();
     SkipWords();
@@ -204,12 +199,14 @@ class DateTimeScanner {
     return ScanOneOf(FSeparators) || SkipWords() || (blanks && FBlankSeparates && !AtEnd());
   }
 
-  // Between hours, minutes and seconds: a separator, or the words of "13 h 05 min".
-  bool ScanTimeSeparator() {
+  // A separator (or the words of "13 h 05 min") and the next number. Without a number after
+  // it the separator belongs to the text that ends the time ("13:05 ч.").
+  bool ScanTimePart(unsigned& number) {
     const size_t start = FPos;
-    const bool found = ScanOneOf(FSeparators) | SkipWords();
-    if (!found) FPos = start;
-    return found;
+    int digits;
+    if ((ScanOneOf(FSeparators) | SkipWords()) && ScanNumber(number, digits)) return true;
+    FPos = start;
+    return false;
   }
 
   bool SkipWords() {
