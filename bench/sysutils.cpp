@@ -4,6 +4,8 @@
 // byte order (the floor), the ASCII case-blind order, and the same collation reached through a
 // UTF-16 copy of both texts per comparison.
 
+#include "SysUtils.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -12,15 +14,13 @@
 #include <random>
 #include <vector>
 
-#include "SysUtils.h"
-
 namespace {
 
 using orv::String;
 
 std::vector<String> Names(size_t count) {
-  static const char* const parts[] = {"m\u00fcller", "Meyer", "schmidt", "\u00c5sa", "Zo\u00eb",
-                                      "anders", "BERG", "\u00e9mile", "Nils", "o'brien"};
+  static const char* const parts[] = {"m\u00fcller", "Meyer", "schmidt",    "\u00c5sa", "Zo\u00eb",
+                                      "anders",      "BERG",  "\u00e9mile", "Nils",     "o'brien"};
   std::mt19937 random(42);
   std::vector<String> names;
   names.reserve(count);

@@ -73,8 +73,8 @@ int CompareUtf8(const UCollator* collator, const String& a, const String& b) {
 
 int CompareUtf16(const UCollator* collator, const WideString& a, const WideString& b) {
   if (!collator) return a.compare(b) < 0 ? -1 : (a == b ? 0 : 1);
-  return static_cast<int>(ucol_strcoll(collator, a.data(), static_cast<int32_t>(a.size()),
-                                       b.data(), static_cast<int32_t>(b.size())));
+  return static_cast<int>(ucol_strcoll(collator, a.data(), static_cast<int32_t>(a.size()), b.data(),
+                                       static_cast<int32_t>(b.size())));
 }
 
 using Utf8CaseFunction = int32_t (*)(const UCaseMap*, char*, int32_t, const char*, int32_t,
@@ -122,9 +122,7 @@ WideString MapCaseUtf16(Utf16CaseFunction map, const WideString& text) {
 }  // namespace
 
 int AnsiCompareText(const String& a, const String& b) { return CompareUtf8(TextCollator(), a, b); }
-bool AnsiSameText(const String& a, const String& b) {
-  return a == b || AnsiCompareText(a, b) == 0;
-}
+bool AnsiSameText(const String& a, const String& b) { return a == b || AnsiCompareText(a, b) == 0; }
 int AnsiCompareStr(const String& a, const String& b) { return CompareUtf8(StrCollator(), a, b); }
 bool AnsiSameStr(const String& a, const String& b) { return a == b || AnsiCompareStr(a, b) == 0; }
 

@@ -109,18 +109,18 @@ int DayOfWeek(TDateTime value) {
 TDateTime Now() {
   const auto now = std::chrono::system_clock::now();
   const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
-  const auto msec = std::chrono::duration_cast<std::chrono::milliseconds>(
-                        now.time_since_epoch()).count() % 1000;
+  const auto msec =
+      std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
   std::tm local{};
   localtime_r(&seconds, &local);
-  const double date = EncodeDate(static_cast<uint16_t>(local.tm_year + 1900),
-                                 static_cast<uint16_t>(local.tm_mon + 1),
-                                 static_cast<uint16_t>(local.tm_mday));
+  const double date =
+      EncodeDate(static_cast<uint16_t>(local.tm_year + 1900),
+                 static_cast<uint16_t>(local.tm_mon + 1), static_cast<uint16_t>(local.tm_mday));
   // A leap second shows as the last second of its minute.
-  const double time = EncodeTime(static_cast<uint16_t>(local.tm_hour),
-                                 static_cast<uint16_t>(local.tm_min),
-                                 static_cast<uint16_t>(std::min(local.tm_sec, 59)),
-                                 static_cast<uint16_t>(msec < 0 ? 0 : msec));
+  const double time =
+      EncodeTime(static_cast<uint16_t>(local.tm_hour), static_cast<uint16_t>(local.tm_min),
+                 static_cast<uint16_t>(std::min(local.tm_sec, 59)),
+                 static_cast<uint16_t>(msec < 0 ? 0 : msec));
   return date + time;
 }
 

@@ -46,8 +46,10 @@ class DateTimeWriter {
       switch (token) {
         case 'Y':
           takeCount();
-          if (count <= 2) AppendNumber(FYear % 100, 2);
-          else AppendNumber(FYear, 4);
+          if (count <= 2)
+            AppendNumber(FYear % 100, 2);
+          else
+            AppendNumber(FYear, 4);
           break;
         case 'E':  // the year of the era: the year itself in the Gregorian calendar
           takeCount();
@@ -55,9 +57,11 @@ class DateTimeWriter {
           break;
         case 'M':
           takeCount();
-          if (count <= 2) AppendNumber(FMonth, count);
-          else if (FMonth >= 1) FText += count == 3 ? FSettings.ShortMonthNames[FMonth - 1]
-                                                    : FSettings.LongMonthNames[FMonth - 1];
+          if (count <= 2)
+            AppendNumber(FMonth, count);
+          else if (FMonth >= 1)
+            FText += count == 3 ? FSettings.ShortMonthNames[FMonth - 1]
+                                : FSettings.LongMonthNames[FMonth - 1];
           break;
         case 'D':
           takeCount();
@@ -66,7 +70,8 @@ class DateTimeWriter {
         case 'H':
           takeCount();
           if (!use12Hour) use12Hour = AmPmFollows(format);
-          AppendNumber(use12Hour ? (FHour % 12 == 0 ? 12 : FHour % 12) : FHour, count > 2 ? 2 : count);
+          AppendNumber(use12Hour ? (FHour % 12 == 0 ? 12 : FHour % 12) : FHour,
+                       count > 2 ? 2 : count);
           break;
         case 'N':
           takeCount();
@@ -84,9 +89,7 @@ class DateTimeWriter {
           takeCount();
           Append(count == 1 ? FSettings.ShortTimeFormat.c_str() : FSettings.LongTimeFormat.c_str());
           break;
-        case 'A':
-          format = AppendAmPm(format - 1, use12Hour);
-          break;
+        case 'A': format = AppendAmPm(format - 1, use12Hour); break;
         case 'C':
           takeCount();
           Append(FSettings.ShortDateFormat.c_str());
@@ -109,8 +112,7 @@ class DateTimeWriter {
           format += length + (close ? 1 : 0);
           break;
         }
-        default:
-          FText += starter;
+        default: FText += starter;
       }
     }
     --FLevel;
@@ -142,9 +144,12 @@ class DateTimeWriter {
     bool quoted = false;
     for (; *format; ++format) {
       const char c = *format;
-      if (c == '\'' || c == '"') quoted = !quoted;
-      else if (quoted) continue;
-      else if (c == 'H' || c == 'h') return false;
+      if (c == '\'' || c == '"')
+        quoted = !quoted;
+      else if (quoted)
+        continue;
+      else if (c == 'H' || c == 'h')
+        return false;
       else if (c == 'A' || c == 'a')
         return StartsWithNoCase(format, "AM/PM") || StartsWithNoCase(format, "A/P") ||
                StartsWithNoCase(format, "AMPM");

@@ -19,9 +19,14 @@ enum class DateOrder { MDY, DMY, YMD };
 DateOrder OrderOf(const String& format) {
   for (char c : format) {
     switch (c) {
-      case 'd': case 'D': return DateOrder::DMY;
-      case 'm': case 'M': return DateOrder::MDY;
-      case 'y': case 'Y': case 'e': case 'E': return DateOrder::YMD;
+      case 'd':
+      case 'D': return DateOrder::DMY;
+      case 'm':
+      case 'M': return DateOrder::MDY;
+      case 'y':
+      case 'Y':
+      case 'e':
+      case 'E': return DateOrder::YMD;
       default: break;
     }
   }
@@ -66,9 +71,12 @@ std::vector<String> LiteralWords(std::initializer_list<const String*> formats) {
     char quote = 0;
     for (char c : *format) {
       if (quote) {
-        if (c == quote) quote = 0, add(word);
-        else if (IsBlank(c)) add(word);
-        else word += c;
+        if (c != quote && !IsBlank(c)) {
+          word += c;
+          continue;
+        }
+        if (c == quote) quote = 0;
+        add(word);
       } else if (c == '\'' || c == '"') {
         add(word);
         quote = c;
@@ -122,11 +130,13 @@ class DateTimeScanner {
       if (yearLen <= 2) year = WithCentury(year);
     } else {
       year = CurrentYear();
-      if (order == DateOrder::DMY) month = n2, day = n1;
-      else month = n1, day = n2;
+      if (order == DateOrder::DMY)
+        month = n2, day = n1;
+      else
+        month = n1, day = n2;
       if (nameAt && nameAt != (order == DateOrder::DMY ? 2 : 1)) return false;
     }
-    while (ScanOneOf(FSeparators) || SkipWords()) {}
+    SkipSeparatorsAndWords();
     SkipBlanks();
     if (year > 9999 || month > 12 || day > 31) return false;
     TDateTime value;
@@ -149,7 +159,7 @@ class DateTimeScanner {
         ScanOneOf(String(1, FSettings.DecimalSeparator) + "." + FSeparators) &&
         !ScanNumber(msec, digits))
       return false;
-    while (ScanOneOf(FSeparators) || SkipWords()) {}
+    SkipSeparatorsAndWords();
     if (baseHour < 0) baseHour = ScanAmPm();
     SkipWords();
     if (baseHour >= 0) {
@@ -207,6 +217,11 @@ class DateTimeScanner {
     if ((ScanOneOf(FSeparators) | SkipWords()) && ScanNumber(number, digits)) return true;
     FPos = start;
     return false;
+  }
+
+  // What a format writes after its last number: "." of "4.3.2011.", "г." of "4.03.2011 г.".
+  void SkipSeparatorsAndWords() {
+    while (ScanOneOf(FSeparators) || SkipWords()) continue;
   }
 
   bool SkipWords() {

@@ -127,13 +127,16 @@ class PictureWriter {
         continue;  // asks for grouping; the separators come with the digits
       } else if (IsExponentAt(FSection, i)) {
         out += c;
-        if (FExponent < 0) out += '-';
-        else if (FSection[i + 1] == '+') out += '+';
+        if (FExponent < 0)
+          out += '-';
+        else if (FSection[i + 1] == '+')
+          out += '+';
         String digits = std::to_string(FExponent < 0 ? -FExponent : FExponent);
         if (static_cast<int>(digits.size()) < FPicture.ExpDigits)
           digits.insert(0, FPicture.ExpDigits - digits.size(), '0');
         out += digits;
-        for (i += 2; i < FSection.size() && FSection[i] == '0'; ++i) {}
+        for (i += 2; i < FSection.size() && FSection[i] == '0'; ++i) {
+        }
         --i;
       } else {
         out += c;
@@ -170,7 +173,8 @@ class PictureWriter {
       whole.insert(0, FPicture.IntZeros - whole.size(), '0');
     const size_t lastNonZero = fraction.find_last_not_of('0');
     fraction.resize(lastNonZero == String::npos ? 0 : lastNonZero + 1);
-    if (static_cast<int>(fraction.size()) < FPicture.DecZeros) fraction.resize(FPicture.DecZeros, '0');
+    if (static_cast<int>(fraction.size()) < FPicture.DecZeros)
+      fraction.resize(FPicture.DecZeros, '0');
     FFraction = fraction;
     for (size_t i = 0; i < whole.size(); ++i) {
       String unit;

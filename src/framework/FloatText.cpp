@@ -26,14 +26,10 @@ String FormatDigits(const DecimalDigits& number, TFloatFormat format, int precis
   switch (format) {
     case ffExponent:
       return detail::ExponentText(number, precision, std::clamp(digits, 0, 4), settings);
-    case ffFixed:
-      return detail::FixedText(number, digits, 0, settings);
-    case ffNumber:
-      return detail::FixedText(number, digits, settings.ThousandSeparator, settings);
-    case ffCurrency:
-      return detail::CurrencyText(number, digits, settings);
-    default:
-      return detail::GeneralText(number, precision, std::clamp(digits, 0, 4), settings);
+    case ffFixed: return detail::FixedText(number, digits, 0, settings);
+    case ffNumber: return detail::FixedText(number, digits, settings.ThousandSeparator, settings);
+    case ffCurrency: return detail::CurrencyText(number, digits, settings);
+    default: return detail::GeneralText(number, precision, std::clamp(digits, 0, 4), settings);
   }
 }
 
@@ -45,7 +41,7 @@ bool IsFixedLayout(TFloatFormat format) {
 // them, and a decimal exponent. Lexing is shared by the float and currency parsers.
 struct NumberText {
   bool Negative = false;
-  String Digits;    // all mantissa digits, leading zeros dropped
+  String Digits;     // all mantissa digits, leading zeros dropped
   int PointPos = 0;  // digits of Digits before the decimal point
   int Exponent = 0;
 };
@@ -90,10 +86,14 @@ bool LexNumber(const String& text, char decimalSeparator, NumberText& number) {
 
 bool ParseNonFinite(const String& text, double& value) {
   const String word = UpperCase(Trim(text));
-  if (word == "NAN") value = std::numeric_limits<double>::quiet_NaN();
-  else if (word == "INF" || word == "+INF") value = std::numeric_limits<double>::infinity();
-  else if (word == "-INF") value = -std::numeric_limits<double>::infinity();
-  else return false;
+  if (word == "NAN")
+    value = std::numeric_limits<double>::quiet_NaN();
+  else if (word == "INF" || word == "+INF")
+    value = std::numeric_limits<double>::infinity();
+  else if (word == "-INF")
+    value = -std::numeric_limits<double>::infinity();
+  else
+    return false;
   return true;
 }
 
@@ -179,7 +179,8 @@ String FloatToStr(float value, const TFormatSettings& settings) {
 }
 String FloatToStr(float value) { return FloatToStr(value, FormatSettings); }
 
-String CurrToStrF(Currency value, TFloatFormat format, int digits, const TFormatSettings& settings) {
+String CurrToStrF(Currency value, TFloatFormat format, int digits,
+                  const TFormatSettings& settings) {
   digits = std::clamp(digits, 0, 18);
   if (format == ffGeneral || format == ffExponent) {
     const int precision = format == ffGeneral ? CurrencyPrecision : DoublePrecision;

@@ -79,13 +79,16 @@ class Formatter {
     if (Peek() == '*') {
       ++FPos;
       const FormatArg& arg = NextArg();
-      if (arg.GetKind() == Kind::Int) return static_cast<int>(std::clamp<int64_t>(arg.AsInt(), -1, 1 << 20));
-      if (arg.GetKind() == Kind::UInt) return static_cast<int>(std::min<uint64_t>(arg.AsUInt(), 1 << 20));
+      if (arg.GetKind() == Kind::Int)
+        return static_cast<int>(std::clamp<int64_t>(arg.AsInt(), -1, 1 << 20));
+      if (arg.GetKind() == Kind::UInt)
+        return static_cast<int>(std::min<uint64_t>(arg.AsUInt(), 1 << 20));
       Fail();
     }
     if (Peek() < '0' || Peek() > '9') return -1;
     int number = 0;
-    while (Peek() >= '0' && Peek() <= '9') number = std::min(number * 10 + (FFormat[FPos++] - '0'), 1 << 20);
+    while (Peek() >= '0' && Peek() <= '9')
+      number = std::min(number * 10 + (FFormat[FPos++] - '0'), 1 << 20);
     return number;
   }
 
@@ -132,7 +135,11 @@ class Formatter {
       case 'd': return Decimal(arg, spec);
       case 'u': return Unsigned(arg, spec, false);
       case 'x': return Unsigned(arg, spec, true);
-      case 'e': case 'f': case 'g': case 'n': case 'm': return Float(arg, spec);
+      case 'e':
+      case 'f':
+      case 'g':
+      case 'n':
+      case 'm': return Float(arg, spec);
       case 'p': return Pointer(arg);
       case 's': return Text(arg, spec);
       default: Fail();
@@ -140,7 +147,8 @@ class Formatter {
   }
 
   static String ZeroPad(String digits, int precision) {
-    if (precision > static_cast<int>(digits.size())) digits.insert(0, precision - digits.size(), '0');
+    if (precision > static_cast<int>(digits.size()))
+      digits.insert(0, precision - digits.size(), '0');
     return digits;
   }
 
@@ -201,9 +209,12 @@ class Formatter {
 
   String Text(const FormatArg& arg, const Spec& spec) const {
     String text;
-    if (arg.GetKind() == Kind::Str) text = arg.AsStr();
-    else if (arg.GetKind() == Kind::WStr) text = Utf16ToUtf8(arg.AsWStr());
-    else Fail();
+    if (arg.GetKind() == Kind::Str)
+      text = arg.AsStr();
+    else if (arg.GetKind() == Kind::WStr)
+      text = Utf16ToUtf8(arg.AsWStr());
+    else
+      Fail();
     if (spec.Precision >= 0) return CodePointPrefix(text, spec.Precision);
     return text;
   }

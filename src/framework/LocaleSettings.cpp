@@ -93,13 +93,18 @@ std::string CurrencyShape(const std::u16string& pattern) {
   std::string shape;
   bool quoted = false;
   for (char16_t c : pattern) {
-    if (c == '\'') quoted = !quoted;
-    else if (quoted) continue;
-    else if (c == 0xA4) shape += '$';
+    if (c == '\'')
+      quoted = !quoted;
+    else if (quoted)
+      continue;
+    else if (c == 0xA4)
+      shape += '$';
     else if (c == '#' || c == '0' || c == ',' || c == '.' || (c >= '1' && c <= '9')) {
       if (shape.empty() || shape.back() != '1') shape += '1';
-    } else if (c == '-' || c == '(' || c == ')') shape += static_cast<char>(c);
-    else if (IsSpaceLike(c) && !shape.empty() && shape.back() != ' ') shape += ' ';
+    } else if (c == '-' || c == '(' || c == ')')
+      shape += static_cast<char>(c);
+    else if (IsSpaceLike(c) && !shape.empty() && shape.back() != ' ')
+      shape += ' ';
   }
   while (!shape.empty() && shape.back() == ' ') shape.pop_back();
   return shape;
@@ -121,8 +126,8 @@ void ReadCurrencyPattern(TFormatSettings& settings, const std::u16string& patter
       split == std::u16string::npos ? "-" + positive : CurrencyShape(pattern.substr(split + 1));
   const int positiveIndex = IndexOf(positive, {"$1", "1$", "$ 1", "1 $"});
   const int negativeIndex =
-      IndexOf(negative, {"($1)", "-$1", "$-1", "$1-", "(1$)", "-1$", "1-$", "1$-", "-1 $",
-                         "-$ 1", "1 $-", "$ 1-", "$ -1", "1- $", "($ 1)", "(1 $)"});
+      IndexOf(negative, {"($1)", "-$1", "$-1", "$1-", "(1$)", "-1$", "1-$", "1$-", "-1 $", "-$ 1",
+                         "1 $-", "$ 1-", "$ -1", "1- $", "($ 1)", "(1 $)"});
   if (positiveIndex >= 0) settings.CurrencyFormat = static_cast<uint8_t>(positiveIndex);
   if (negativeIndex >= 0) settings.NegCurrFormat = static_cast<uint8_t>(negativeIndex);
 }
@@ -132,10 +137,14 @@ void ReadCurrencyPattern(TFormatSettings& settings, const std::u16string& patter
 char16_t PatternSeparator(const std::u16string& pattern) {
   bool quoted = false, afterField = false;
   for (char16_t c : pattern) {
-    if (c == '\'') quoted = !quoted;
-    else if (quoted || IsFormatMark(c)) continue;
-    else if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) afterField = true;
-    else if (afterField && !IsSpaceLike(c) && c != ',') return c < 0x80 ? c : 0;
+    if (c == '\'')
+      quoted = !quoted;
+    else if (quoted || IsFormatMark(c))
+      continue;
+    else if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'))
+      afterField = true;
+    else if (afterField && !IsSpaceLike(c) && c != ',')
+      return c < 0x80 ? c : 0;
   }
   return 0;
 }
@@ -150,16 +159,25 @@ String PlatformField(char16_t letter, int count, bool fullYear) {
     return String(chosen);
   };
   switch (letter) {
-    case 'y': case 'Y': case 'u': return count == 2 && !fullYear ? "yy" : "yyyy";
-    case 'M': case 'L': return pick({"m", "mm", "mmm", "mmmm"});
+    case 'y':
+    case 'Y':
+    case 'u': return count == 2 && !fullYear ? "yy" : "yyyy";
+    case 'M':
+    case 'L': return pick({"m", "mm", "mmm", "mmmm"});
     case 'd': return pick({"d", "dd"});
     case 'E': return pick({"ddd", "ddd", "ddd", "dddd"});
-    case 'c': case 'e': return pick({"", "", "ddd", "dddd"});
-    case 'H': case 'h': case 'K': case 'k': return pick({"h", "hh"});
+    case 'c':
+    case 'e': return pick({"", "", "ddd", "dddd"});
+    case 'H':
+    case 'h':
+    case 'K':
+    case 'k': return pick({"h", "hh"});
     case 'm': return pick({"n", "nn"});
     case 's': return pick({"s", "ss"});
     case 'S': return "zzz";
-    case 'a': case 'b': case 'B': return "AMPM";
+    case 'a':
+    case 'b':
+    case 'B': return "AMPM";
     default: return {};
   }
 }
@@ -184,8 +202,10 @@ class LiteralWriter {
       FOut += static_cast<char>(c);
     } else {
       Close();
-      if (IsSpaceLike(c)) FOut += ' ';
-      else FOut += Utf16ToUtf8(std::u16string(1, static_cast<char16_t>(c)));
+      if (IsSpaceLike(c))
+        FOut += ' ';
+      else
+        FOut += Utf16ToUtf8(std::u16string(1, static_cast<char16_t>(c)));
     }
   }
 
@@ -234,9 +254,12 @@ String PlatformDateFormat(const std::u16string& pattern, char16_t dateSeparator,
         i = run;
       } else {
         literal.Close();
-        if (dateSeparator && c == dateSeparator) out += '/';
-        else if (timeSeparator && c == timeSeparator) out += ':';
-        else literal.Add(c);
+        if (dateSeparator && c == dateSeparator)
+          out += '/';
+        else if (timeSeparator && c == timeSeparator)
+          out += ':';
+        else
+          literal.Add(c);
         ++i;
       }
     }

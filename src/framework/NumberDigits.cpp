@@ -27,10 +27,8 @@ String ZeroPadded(unsigned value, int minDigits) {
 // The digits before and after the decimal point, the integer part at least "0".
 std::pair<String, String> SplitAtPoint(const DecimalDigits& number) {
   const int len = static_cast<int>(number.Digits.size());
-  if (number.Exponent <= 0)
-    return {"0", String(-number.Exponent, '0') + number.Digits};
-  if (number.Exponent >= len)
-    return {number.Digits + String(number.Exponent - len, '0'), ""};
+  if (number.Exponent <= 0) return {"0", String(-number.Exponent, '0') + number.Digits};
+  if (number.Exponent >= len) return {number.Digits + String(number.Exponent - len, '0'), ""};
   return {number.Digits.substr(0, number.Exponent), number.Digits.substr(number.Exponent)};
 }
 

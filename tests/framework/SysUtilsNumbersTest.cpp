@@ -86,7 +86,8 @@ TEST(FloatText, ParsingFollowsTheDecimalSeparator) {
   // A double that 15 digits hold survives FloatToStr and back exactly.
   for (double v : {0.1, 123.456, -9.87654321e-7, 4.5e300, 2e-310})
     EXPECT_EQ(StrToFloat(FloatToStr(v, comma), comma), v);
-  ExpectConvertError([&] { StrToFloat("1.5", comma); }, "'1.5' is not a valid floating point value");
+  ExpectConvertError([&] { StrToFloat("1.5", comma); },
+                     "'1.5' is not a valid floating point value");
 }
 
 TEST(CurrencyText, ExactThroughTheDigits) {

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <unistd.h>
 #include <vector>
 
 #include "SysUtils.h"
@@ -16,7 +16,9 @@ TEST(Utf, ConversionsSubstituteAndTruncationKeepsCodePoints) {
   const String text = "a\u00e9\u20ac\U0001F600";  // 1, 2, 3 and 4 bytes
   EXPECT_EQ(Utf8ToUtf16(text), u"a\u00e9\u20ac\U0001F600");
   EXPECT_EQ(Utf16ToUtf8(Utf8ToUtf16(text)), text);
-  EXPECT_EQ(Utf8ToUtf16("a\xff" "b"), u"a\ufffdb");
+  EXPECT_EQ(Utf8ToUtf16("a\xff"
+                        "b"),
+            u"a\ufffdb");
   EXPECT_EQ(Utf16ToUtf8(WideString(u"x") + char16_t(0xD800) + u"y"), "x\ufffdy");
   EXPECT_EQ(Utf8Truncate(text, 2), "a");
   EXPECT_EQ(Utf8Truncate(text, 3), "a\u00e9");
@@ -154,15 +156,16 @@ TEST(FormatSettingsFromLocale, EveryLocaleReadsBackWhatItWrites) {
   // Among them: right-to-left marks around separators (ar_EG), words between the numbers
   // (fr_CA "13 h 05 min 09 s", bg_BG "4.03.2011 г."), AM/PM and words before the hour (ko_KR,
   // ee_GH, dz_BT).
-  for (const char* name : {"de_DE", "en_US", "en_GB", "fr_FR", "fi_FI", "ja_JP", "ko_KR", "ru_RU",
-                           "es_ES", "de_CH", "ar_EG", "hi_IN", "zh_CN", "pl_PL", "fr_CA", "bg_BG",
-                           "ee_GH", "dz_BT"}) {
+  for (const char* name :
+       {"de_DE", "en_US", "en_GB", "fr_FR", "fi_FI", "ja_JP", "ko_KR", "ru_RU", "es_ES", "de_CH",
+        "ar_EG", "hi_IN", "zh_CN", "pl_PL", "fr_CA", "bg_BG", "ee_GH", "dz_BT"}) {
     const TFormatSettings s = TFormatSettings::Create(name);
     EXPECT_NE(s.DecimalSeparator, s.ThousandSeparator) << name;
     for (TDateTime value : {date, afternoon}) {
       const String text = DateTimeToStr(value, s);
       TDateTime parsed;
-      EXPECT_TRUE(TryStrToDateTime(text, parsed, s) && parsed.Val == value.Val) << name << ": " << text;
+      EXPECT_TRUE(TryStrToDateTime(text, parsed, s) && parsed.Val == value.Val)
+          << name << ": " << text;
     }
     const String time = FormatDateTime("t", afternoon, s);
     TDateTime parsed;
