@@ -15,6 +15,7 @@ TEST(FormatText, WidthPrecisionIndexAndStar) {
             "[   42] [7   ] [3.1] [   2.50]");
   EXPECT_EQ(Format("%x %.4X %x %x", {255, 10, -1, int64_t(-1)}, s),
             "FF 000A FFFFFFFF FFFFFFFFFFFFFFFF");
+  EXPECT_EQ(Format("%x %x %u", {int8_t(-1), int16_t(-2), int16_t(-1)}, s), "FF FFFE 65535");
   EXPECT_EQ(Format("%u %u", {-1, uint64_t(18446744073709551615u)}, s),
             "4294967295 18446744073709551615");
   EXPECT_EQ(Format("%3s|%-3s|%.2s|%s|%s", {"a", "b", "xyz", 'c', WideString(u"\u00e9t\u00e9")}, s),

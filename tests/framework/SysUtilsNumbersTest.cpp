@@ -60,11 +60,25 @@ TEST(FloatText, FixedNumberExponentAndCurrencyLayouts) {
   euro.NegCurrFormat = 8;
   EXPECT_EQ(FloatToStrF(1234.5, ffCurrency, 15, 2, euro), "1.234,50 EUR");
   EXPECT_EQ(FloatToStrF(-1234.5, ffCurrency, 15, 2, euro), "-1.234,50 EUR");
-  euro.NegCurrFormat = 0;
-  euro.CurrencyString = "$";
-  EXPECT_EQ(FloatToStrF(-5, ffCurrency, 15, 0, euro), "($5)");
-  euro.NegCurrFormat = 15;
-  EXPECT_EQ(FloatToStrF(-5, ffCurrency, 15, 1, euro), "(5,0 $)");
+  EXPECT_EQ(FloatToStrF(1e-10, ffGeneral, 15, 3, invariant), "1E-010");
+}
+
+TEST(FloatText, CurrencyLayoutsAsThePlatformNumbersThem) {
+  TFormatSettings s;
+  s.CurrencyString = "$";
+  const char* const positive[] = {"$1.50", "1.50$", "$ 1.50", "1.50 $"};
+  for (uint8_t f = 0; f < 4; ++f) {
+    s.CurrencyFormat = f;
+    EXPECT_EQ(FloatToStrF(1.5, ffCurrency, 15, 2, s), positive[f]) << int(f);
+  }
+  const char* const negative[] = {"($1.50)", "-$1.50",  "$-1.50",   "$1.50-",  "(1.50$)", "-1.50$",
+                                  "1.50-$",  "1.50$-",  "-1.50 $",  "-$ 1.50", "1.50 $-", "$ 1.50-",
+                                  "$ -1.50", "1.50- $", "($ 1.50)", "(1.50 $)"};
+  for (uint8_t f = 0; f < 16; ++f) {
+    s.NegCurrFormat = f;
+    EXPECT_EQ(FloatToStrF(-1.5, ffCurrency, 15, 2, s), negative[f]) << int(f);
+    EXPECT_EQ(CurrToStrF(Currency::FromRaw(-15000), ffCurrency, 2, s), negative[f]) << int(f);
+  }
 }
 
 TEST(FloatText, ParsingFollowsTheDecimalSeparator) {
