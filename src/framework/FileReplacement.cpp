@@ -30,10 +30,15 @@ fs::path FileBehindLinks(const String& fileName) {
 // below settles any clash.
 fs::path TempNameBeside(const fs::path& target, unsigned attempt) {
   const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
-  const String suffix = ".tmp" + std::to_string(::getpid()) + "-" +
-                        std::to_string(static_cast<uint64_t>(ticks) % 1000000007u) + "-" +
-                        std::to_string(attempt);
-  return target.parent_path() / ("." + target.filename().string() + suffix);
+  String name = ".";
+  name.append(target.filename().string())
+      .append(".tmp")
+      .append(std::to_string(::getpid()))
+      .append("-")
+      .append(std::to_string(static_cast<uint64_t>(ticks) % 1000000007u))
+      .append("-")
+      .append(std::to_string(attempt));
+  return target.parent_path() / name;
 }
 
 }  // namespace

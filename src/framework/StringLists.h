@@ -64,7 +64,7 @@ class TStringsOf : public TPersistent {
   // Same count and the same lines, compared exactly.
   virtual bool Equals(const TStringsOf* strings) const;
 
-  // --- name=value lines: the name is the text before the first separator
+  // --- name=value lines: the name is the text before the first NameValueSeparator ('=')
   char GetNameValueSeparator() const { return FNameValueSeparator; }
   void SetNameValueSeparator(char value) { FNameValueSeparator = value; }
   S GetName(int32_t index) const { return ExtractName(Get(index)); }
@@ -91,6 +91,7 @@ class TStringsOf : public TPersistent {
   // doubled) when it holds the quote character, the delimiter or, unless StrictDelimiter, a
   // blank or control character. Reading, blanks outside quotes also separate items unless
   // StrictDelimiter. A single empty item is written as two quote characters.
+  // The Delimiter (','), QuoteChar ('"') and StrictDelimiter (false) settings.
   char GetDelimiter() const { return FDelimiter; }
   void SetDelimiter(char value) { FDelimiter = value; }
   char GetQuoteChar() const { return FQuoteChar; }
