@@ -90,11 +90,12 @@ void RoundToScale(Decimal& d, int scale) {
     d.Scale = scale;
     return;
   }
-  const size_t keep = d.Digits.size() - (d.Scale - scale);
+  // Every decimal is a digit of Digits, so at least `d.Scale - scale` digits are there.
+  const size_t keep = d.Digits.size() - static_cast<size_t>(d.Scale - scale);
   const char first = d.Digits[keep];
   const bool restNonZero = d.Digits.find_first_not_of('0', keep + 1) != std::string::npos;
   const bool lastOdd = keep > 0 && (d.Digits[keep - 1] - '0') % 2 == 1;
-  d.Digits.resize(keep);
+  d.Digits.erase(keep);
   d.Scale = scale;
   if (first > '5' || (first == '5' && (restNonZero || lastOdd))) Increment(d.Digits);
 }

@@ -85,6 +85,13 @@ constexpr bool IsBlockType(TVarType type) noexcept {
 constexpr bool IsInterfaceType(TVarType type) noexcept {
   return type == varUnknown || type == varDispatch;
 }
+// A block or an interface: what a copy must share and a destructor release. The small codes
+// (all the numbers) are answered with one shift, as copies and destructors of numbers are hot.
+constexpr bool IsManagedType(TVarType type) noexcept {
+  constexpr uint32_t smallManaged = (1u << varOleStr) | (1u << varDispatch) | (1u << varUnknown);
+  if (type < 32) return (smallManaged >> type) & 1u;
+  return IsBlockType(type);
+}
 
 template <class I>
 constexpr TVarType IntegerVarType() noexcept {
@@ -126,13 +133,13 @@ class Variant {
   Variant() noexcept = default;
 
   Variant(const Variant& other) : FType(other.FType), FData(other.FData) {
-    if (detail::IsBlockType(FType) || detail::IsInterfaceType(FType)) ShareWith(other);
+    if (detail::IsManagedType(FType)) ShareWith(other);
   }
   Variant(Variant&& other) noexcept : FType(other.FType), FData(other.FData) {
     other.FType = varEmpty;
   }
   ~Variant() {
-    if (detail::IsBlockType(FType) || detail::IsInterfaceType(FType)) Release();
+    if (detail::IsManagedType(FType)) Release();
   }
   // Replacing a locked array raises EVariantArrayLockedError and leaves both sides unchanged.
   Variant& operator=(const Variant& other) {
@@ -141,7 +148,7 @@ class Variant {
   }
   Variant& operator=(Variant&& other) {
     if (this != &other) {
-      if (detail::IsBlockType(FType) || detail::IsInterfaceType(FType)) ReleaseForReplace();
+      if (detail::IsManagedType(FType)) ReleaseForReplace();
       FType = std::exchange(other.FType, varEmpty);
       FData = other.FData;
     }
