@@ -19,7 +19,9 @@ namespace {
 [[noreturn]] void RaiseCreateError() {
   throw EVariantArrayCreateError("Error creating variant or safe array");
 }
-[[noreturn]] void RaiseLocked() { throw EVariantArrayLockedError("Variant or safe array is locked"); }
+[[noreturn]] void RaiseLocked() {
+  throw EVariantArrayLockedError("Variant or safe array is locked");
+}
 
 // Bytes of one element kept in Raw; 0 for the kinds kept as Variants in Items.
 size_t ElementSize(TVarType t) {

@@ -231,7 +231,10 @@ const char* BaseTypeName(TVarType type) {
 
 String VarTypeAsText(TVarType type) {
   const char* name = BaseTypeName(type & varTypeMask);
-  if (!name || (type & ~(varTypeMask | varArray))) return "$" + IntToHex(type, 4);
+  if (!name || (type & ~(varTypeMask | varArray))) {
+    String text(1, '$');
+    return text += IntToHex(type, 4);
+  }
   return (type & varArray) ? String("Array ") + name : String(name);
 }
 

@@ -77,7 +77,8 @@ TEST(SQLTimeStamp, TextFollowsTheCurrentFormats) {
   EXPECT_EQ(VarTypeAsText(v.VType()), "SQLTimeStampVariantType");
   EXPECT_EQ(v.AsString(), "2024-02-29 13:05:09");
   EXPECT_NEAR(v.AsDateTime().Val, SQLTimeStampToDateTime(ts).Val, 1e-12);
-  EXPECT_EQ(VarToSQLTimeStamp(Variant("2024-02-29 13:05:09")), (TSQLTimeStamp{2024, 2, 29, 13, 5, 9}));
+  EXPECT_EQ(VarToSQLTimeStamp(Variant("2024-02-29 13:05:09")),
+            (TSQLTimeStamp{2024, 2, 29, 13, 5, 9}));
   EXPECT_EQ(VarToSQLTimeStamp(Variant(TDateTime(SQLTimeStampToDateTime(ts)))), ts);
   EXPECT_TRUE(v > VarSQLTimeStampCreate(TSQLTimeStamp{2024, 2, 29, 13, 5, 9, 249}));
   EXPECT_TRUE(v > Variant(TDateTime(EncodeDate(2024, 2, 29))));

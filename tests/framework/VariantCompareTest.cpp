@@ -14,7 +14,8 @@ struct SettingsGuard {
 
 TEST(VariantCompare, NullAndUnassigned) {
   EXPECT_EQ(VarCompareValue(Null(), Null()), vrEqual);
-  for (const Variant& other : {Variant(), Variant(0), Variant(-1e300), Variant(""), Variant(false)}) {
+  for (const Variant& other :
+       {Variant(), Variant(0), Variant(-1e300), Variant(""), Variant(false)}) {
     EXPECT_EQ(VarCompareValue(Null(), other), vrLessThan) << other;
     EXPECT_EQ(VarCompareValue(other, Null()), vrGreaterThan) << other;
   }
