@@ -123,13 +123,13 @@ void CheckSqlTimeStamp(const TSQLTimeStamp& ts) {
 }
 
 TSQLTimeStamp DateTimeToSQLTimeStamp(TDateTime value) {
-  // The date from the whole days, the time from the fraction, which counts from midnight in
-  // both directions; a fraction that rounds to a whole day moves to the next day.
+  // The date from the whole days, the time from the fraction, which counts forwards from
+  // midnight on either side of day 0; a fraction that rounds to a whole day is the next day.
   double days = std::trunc(value.Val);
   auto ms = static_cast<int64_t>(std::llround(std::fabs(value.Val - days) * MsPerDay));
   if (ms >= MsPerDay) {
     ms -= MsPerDay;
-    days += value.Val < 0 ? -1 : 1;
+    days += 1;
   }
   TSQLTimeStamp ts = FromLinearMs(static_cast<int64_t>(days) * MsPerDay);
   ts.Fractions = static_cast<uint32_t>(ms % 1000);

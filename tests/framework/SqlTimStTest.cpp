@@ -51,6 +51,8 @@ TEST(SQLTimeStamp, DateTimeRoundTripKeepsMilliseconds) {
   // Before 1899-12-30 the time fraction counts from midnight forwards, away from zero.
   EXPECT_DOUBLE_EQ(SQLTimeStampToDateTime({1899, 12, 29, 6, 0, 0, 0}).Val, -1.25);
   EXPECT_EQ(DateTimeToSQLTimeStamp(TDateTime(-1.25)), (TSQLTimeStamp{1899, 12, 29, 6}));
+  EXPECT_EQ(DateTimeToSQLTimeStamp(TDateTime(-1.9999999999)), (TSQLTimeStamp{1899, 12, 30}));
+  EXPECT_EQ(DateTimeToSQLTimeStamp(TDateTime(1.9999999999)), (TSQLTimeStamp{1900, 1, 1}));
   EXPECT_EQ(SQLTimeStampToDateTime(NullSQLTimeStamp).Val, 0.0);
   EXPECT_FALSE(IsSQLTimeStampValid({2023, 2, 29}));
   try {
