@@ -86,6 +86,27 @@ void SetSetProp(TObject* instance, PPropInfo info, std::string_view value);
 String SetToString(PPropInfo info, int64_t value, bool brackets = false);
 int64_t StringToSet(PPropInfo info, std::string_view text);
 
+// Variant properties only; EPropertyError "Invalid property type: %s" for others.
+Variant GetVariantProp(const TObject* instance, PPropInfo info);
+void SetVariantProp(TObject* instance, PPropInfo info, const Variant& value);
+
+// ---------------------------------------------------------------------------------------------
+// Any property as a Variant
+//
+// GetPropValue: integers of the property's width, a character as text, an enumeration as its
+// name and a set as "a,b" when preferring strings (else their ordinals, Boolean as Boolean), a
+// float, Currency or date of its own kind, text, a variant as it is, an interface, an object as
+// its address in an integer. Events raise EPropertyError "Invalid property type: %s".
+//
+// SetPropValue: an enumeration from its name or number, a set from "[a,b]", "a,b" or its
+// ordinal, a character from one-character text or its code, an object from its address (or an
+// object variant); ordinals out of the type's range raise ERangeError "Range check error";
+// everything else through the Variant's coercions.
+Variant GetPropValue(const TObject* instance, PPropInfo info, bool preferStrings = true);
+Variant GetPropValue(const TObject* instance, std::string_view name, bool preferStrings = true);
+void SetPropValue(TObject* instance, PPropInfo info, const Variant& value);
+void SetPropValue(TObject* instance, std::string_view name, const Variant& value);
+
 // The same by name.
 int64_t GetOrdProp(const TObject* instance, std::string_view name);
 void SetOrdProp(TObject* instance, std::string_view name, int64_t value);
@@ -108,6 +129,8 @@ String GetEnumProp(const TObject* instance, std::string_view name);
 void SetEnumProp(TObject* instance, std::string_view name, std::string_view value);
 String GetSetProp(const TObject* instance, std::string_view name, bool brackets = false);
 void SetSetProp(TObject* instance, std::string_view name, std::string_view value);
+Variant GetVariantProp(const TObject* instance, std::string_view name);
+void SetVariantProp(TObject* instance, std::string_view name, const Variant& value);
 
 }  // namespace orv
 

@@ -76,6 +76,8 @@ bool IsDefaultPropValue(const TObject* instance, PPropInfo info) {
       return !info->GetMethod(instance).Assigned();
     case tkInterface:
       return !info->GetInterface(instance);
+    case tkVariant:
+      return VarIsClear(info->GetAsVariant(instance));
     default:
       return false;
   }

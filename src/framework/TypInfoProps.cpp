@@ -34,6 +34,8 @@ IInterfacePtr TPropInfo::GetInterface(const TObject*) const { TypeError(); }
 void TPropInfo::SetInterface(TObject*, IInterfacePtr) const { TypeError(); }
 TMethod TPropInfo::GetMethod(const TObject*) const { TypeError(); }
 void TPropInfo::SetMethod(TObject*, const TMethod&) const { TypeError(); }
+Variant TPropInfo::GetAsVariant(const TObject*) const { TypeError(); }
+void TPropInfo::SetAsVariant(TObject*, const Variant&) const { TypeError(); }
 
 // ---------------------------------------------------------------------------------------------
 // Class property lists

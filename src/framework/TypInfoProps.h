@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "TypInfoTypes.h"
+#include "Variants.h"
 
 namespace orv {
 
@@ -68,6 +69,13 @@ class TPropInfo {
   virtual TMethod GetMethod(const TObject* instance) const;
   // EPropertyError "Invalid property value" for a handler of another event type.
   virtual void SetMethod(TObject* instance, const TMethod& value) const;
+  // The value as a Variant of its own kind: an integer of the property's width, Boolean, an
+  // enumeration's or a set's ordinal as an integer, a character as text, a float, Currency or
+  // date of its kind, text, an object reference, an interface, a variant as it is. Writing
+  // coerces the Variant to the property's type (an ordinal for enumerations and sets). Events
+  // have no Variant form.
+  virtual Variant GetAsVariant(const TObject* instance) const;
+  virtual void SetAsVariant(TObject* instance, const Variant& value) const;
 
  protected:
   [[noreturn]] void TypeError() const;
@@ -176,6 +184,26 @@ T FromFloat(long double value) {
 String NarrowOf(const WideString& text);
 WideString WideOf(const String& text);
 
+template <class T>
+Variant ToVariant(const T& value) {
+  if constexpr (std::is_same_v<T, TFontCharset>)
+    return Variant(static_cast<uint8_t>(value));
+  else if constexpr (std::is_enum_v<T>)
+    return Variant(static_cast<int32_t>(value));
+  else if constexpr (IsSet<T>::value)
+    return (value.Ordinal() >> 32) ? Variant(static_cast<int64_t>(value.Ordinal()))
+                                   : Variant(static_cast<int32_t>(static_cast<uint32_t>(value.Ordinal())));
+  else
+    return Variant(value);
+}
+template <class T>
+T FromVariant(const Variant& value) {
+  if constexpr (OrdinalValue<T> && !std::is_same_v<T, bool>)
+    return FromOrdinal<T>(value.AsInt64());
+  else
+    return value.As<T>();
+}
+
 struct NoSetter {};
 
 }  // namespace typinfo_detail
@@ -265,6 +293,18 @@ class TTypedPropInfo final : public TPropInfo {
     } else {
       TypeError();
     }
+  }
+  Variant GetAsVariant(const TObject* instance) const override {
+    if constexpr (typinfo_detail::IsFunction<T>::value)
+      TypeError();
+    else
+      return typinfo_detail::ToVariant<T>(Read(instance));
+  }
+  void SetAsVariant(TObject* instance, const Variant& value) const override {
+    if constexpr (typinfo_detail::IsFunction<T>::value)
+      TypeError();
+    else
+      Write(instance, typinfo_detail::FromVariant<T>(value));
   }
   TMethod GetMethod(const TObject* instance) const override {
     if constexpr (typinfo_detail::IsFunction<T>::value) return TMethod(T(Read(instance)));
