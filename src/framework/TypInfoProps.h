@@ -84,7 +84,6 @@ class TPropInfo {
  private:
   template <class C, class T>
   friend class TPropBuilder;
-  friend class TClassPublisher;
   std::function<bool(const TObject*)> FStored;
   bool FStoredConstant = true;
 };
