@@ -1,6 +1,7 @@
 #include "NumberDigits.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -41,12 +42,17 @@ DecimalDigits DigitsOf(double value, int precision, int decimals) {
   // 18 significant digits, as the platform's extended type carries them, then our own rounding
   // so that ties go away from zero as the platform's do.
   char buffer[40];
-  std::snprintf(buffer, sizeof buffer, "%.*e", MaxPrecision - 1, std::fabs(value));
-  const char* exp = std::strchr(buffer, 'e');
+  const char* end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
+                                  std::chars_format::scientific, MaxPrecision - 1)
+                        .ptr;
+  const char* exp = std::find(static_cast<const char*>(buffer), end, 'e');
   number.Digits.reserve(MaxPrecision);
   for (const char* p = buffer; p != exp; ++p)
     if (*p != '.') number.Digits.push_back(*p);
-  number.Exponent = std::atoi(exp + 1) + 1;
+  const char* expDigits = exp + 1 + (exp[1] == '+');
+  int exponent = 0;
+  std::from_chars(expDigits, end, exponent);
+  number.Exponent = exponent + 1;
   StripTrailingZeros(number);
   RoundDigits(number, precision, decimals);
   return number;
