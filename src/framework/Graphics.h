@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 #include <span>
-#include <string_view>
 #include <vector>
 
 #include "Classes.h"
