@@ -64,7 +64,11 @@ class TStream : public TObject {
   }
 };
 
-// A stream over a block of memory it owns; the block grows as it is written past its end.
+// A stream over a block of memory. The memory comes from Realloc, which the stream calls whenever
+// its capacity must change: the base class grows a block of its own, a descendant may override
+// Realloc to hand out memory it keeps elsewhere (a byte array, a string) and then owns that
+// memory itself. Writing past the end grows the capacity to exactly the new end first; a gap
+// between the old end and the position is filled with zeros.
 class TMemoryStream : public TStream {
   ORV_CLASS(TMemoryStream, TStream)
  public:
@@ -73,14 +77,17 @@ class TMemoryStream : public TStream {
   int64_t Read(void* buffer, int64_t count) override;
   int64_t Write(const void* buffer, int64_t count) override;
   int64_t Seek(int64_t offset, TSeekOrigin origin) override;
-  int64_t GetSize() override { return static_cast<int64_t>(FData.size()); }
+  int64_t GetSize() override { return FSize; }
+  // Sets the capacity to `newSize` (through Realloc), then the size; a position past the new
+  // end moves back to it.
   void SetSize(int64_t newSize) override;
 
-  // The stream's bytes; valid until the size changes.
-  uint8_t* Memory() { return FData.data(); }
-  const uint8_t* Memory() const { return FData.data(); }
+  // The stream's bytes; valid until the capacity changes.
+  uint8_t* Memory() { return static_cast<uint8_t*>(FMemory); }
+  const uint8_t* Memory() const { return static_cast<const uint8_t*>(FMemory); }
+  int64_t GetCapacity() const { return FCapacity; }
+  // Empties the stream and gives its memory back through Realloc(0).
   void Clear();
-  void SetCapacity(int64_t capacity);
 
   // Replaces the content by the whole of `stream`, from its start.
   void LoadFromStream(TStream* stream);
@@ -91,18 +98,46 @@ class TMemoryStream : public TStream {
   void SaveToFile(const String& fileName) const;
 
  protected:
-  TBytes FData;
+  // Memory for a capacity of `NewCapacity` bytes, keeping the first min(old, new) bytes; null
+  // for 0. May raise the capacity it is asked for (and says so through the reference). The
+  // base rounds up to 8 KiB steps and grows by at least half again, so that many small writes
+  // cost amortised constant time; EStreamError "Out of memory while expanding memory stream"
+  // when the system has no memory left.
+  virtual void* Realloc(int64_t& NewCapacity);
+  // Calls Realloc and takes the memory and capacity it gives.
+  virtual void SetCapacity(int64_t NewCapacity);
+  // Takes `ptr` as the stream's memory and `size` as its size; the capacity is left alone.
+  void SetPointer(void* ptr, int64_t size) {
+    FMemory = ptr;
+    FSize = size;
+  }
+
+ private:
+  struct TFreeBlock {
+    void operator()(void* block) const noexcept;
+  };
+
+  void* FMemory = nullptr;
+  int64_t FSize = 0;
   int64_t FPosition = 0;
+  int64_t FCapacity = 0;
+  std::unique_ptr<void, TFreeBlock> FBlock;  // the base Realloc's own memory
 };
 
-// A memory stream that starts from, and hands back, a byte array.
+// A memory stream whose memory is a byte array of exactly the stream's size.
 class TBytesStream : public TMemoryStream {
   ORV_CLASS(TBytesStream, TMemoryStream)
  public:
   TBytesStream() = default;
-  explicit TBytesStream(TBytes bytes) { FData = std::move(bytes); }
+  explicit TBytesStream(TBytes bytes);
 
-  const TBytes& GetBytes() const { return FData; }
+  const TBytes& GetBytes() const { return FBytes; }
+
+ protected:
+  void* Realloc(int64_t& NewCapacity) override;
+
+ private:
+  TBytes FBytes;
 };
 
 // A memory stream over text: its bytes are the text's UTF-8 bytes as they stand.
@@ -112,7 +147,7 @@ class TStringStream : public TBytesStream {
   TStringStream() = default;
   explicit TStringStream(const String& text) : TBytesStream(TBytes(text.begin(), text.end())) {}
 
-  String GetDataString() const { return String(FData.begin(), FData.end()); }
+  String GetDataString() const { return String(GetBytes().begin(), GetBytes().end()); }
   // Up to `count` bytes from the position as text; a negative count reads to the end.
   String ReadString(int64_t count = -1);
   void WriteString(const String& text) { WriteBuffer(text.data(), static_cast<int64_t>(text.size())); }

@@ -50,6 +50,85 @@ TEST(MemoryStream, WriteSeekReadResizeAndCopy) {
   EXPECT_EQ(target.ReadData<char>(), 'l');
 }
 
+// Keeps its bytes in a string of exactly the stream's capacity, as a stream whose storage is a
+// variant does, and logs every capacity it is asked for. Refuses more than `Limit` bytes.
+class TStringBackedStream : public TMemoryStream {
+ public:
+  std::string Storage;
+  std::vector<int64_t> Requests;
+  int64_t Limit = 1 << 20;
+
+ protected:
+  void* Realloc(int64_t& NewCapacity) override {
+    Requests.push_back(NewCapacity);
+    if (NewCapacity > Limit) throw EStreamError("too big");
+    Storage.resize(static_cast<size_t>(NewCapacity));
+    return NewCapacity == 0 ? nullptr : Storage.data();
+  }
+};
+
+TEST(MemoryStream, DescendantSuppliesItsOwnStorage) {
+  TStringBackedStream stream;
+  stream.WriteBuffer("abc", 3);
+  stream.WriteBuffer("de", 2);
+  stream.SetPosition(1);
+  stream.WriteBuffer("B", 1);  // inside the capacity: no new memory
+  stream.SetPosition(7);
+  stream.WriteBuffer("x", 1);
+  EXPECT_EQ(stream.Requests, (std::vector<int64_t>{3, 5, 8}));
+  EXPECT_EQ(stream.Storage, std::string("aBcde\0\0x", 8));
+  EXPECT_EQ(stream.Memory(), reinterpret_cast<uint8_t*>(stream.Storage.data()));
+  EXPECT_EQ(stream.GetCapacity(), 8);
+
+  // A refused capacity leaves size, position and bytes as they were.
+  stream.Limit = 8;
+  EXPECT_THROW(stream.WriteBuffer("yz", 2), EStreamError);
+  EXPECT_EQ(stream.GetSize(), 8);
+  EXPECT_EQ(stream.GetPosition(), 8);
+  EXPECT_EQ(stream.GetCapacity(), 8);
+  EXPECT_EQ(stream.Storage, std::string("aBcde\0\0x", 8));
+
+  stream.SetSize(4);
+  EXPECT_EQ(stream.Storage, "aBcd");
+  EXPECT_EQ(stream.GetPosition(), 4);
+
+  TStringStream source("loaded");
+  stream.LoadFromStream(&source);
+  EXPECT_EQ(stream.Storage, "loaded");
+
+  stream.Clear();
+  EXPECT_EQ(stream.Requests, (std::vector<int64_t>{3, 5, 8, 10, 4, 6, 0}));
+  EXPECT_EQ(stream.Memory(), nullptr);
+  EXPECT_EQ(stream.GetSize(), 0);
+  EXPECT_EQ(stream.GetCapacity(), 0);
+}
+
+TEST(MemoryStream, OwnBlockGrowsInStepsAndShowsNoStaleBytes) {
+  TMemoryStream stream;
+  for (int i = 0; i < 10000; ++i) stream.WriteData<uint8_t>(static_cast<uint8_t>(i));
+  EXPECT_EQ(stream.GetSize(), 10000);
+  EXPECT_EQ(stream.GetCapacity() % 0x2000, 0);
+  EXPECT_GE(stream.GetCapacity(), 10000);
+  EXPECT_EQ(stream.Memory()[9999], static_cast<uint8_t>(9999));
+
+  stream.SetSize(2);
+  stream.SetSize(5);  // bytes 2..4 were written before, and read back as zeros now
+  stream.SetPosition(0);
+  EXPECT_EQ(stream.ReadRemainingBytes(), (TBytes{0, 1, 0, 0, 0}));
+
+  stream.Clear();
+  EXPECT_EQ(stream.GetCapacity(), 0);
+  EXPECT_EQ(stream.Memory(), nullptr);
+
+  // A byte stream's array is always exactly the stream's size.
+  TBytesStream bytes(TBytes{1, 2, 3});
+  bytes.Seek(0, soEnd);
+  bytes.WriteData<uint8_t>(4);
+  EXPECT_EQ(bytes.GetBytes(), (TBytes{1, 2, 3, 4}));
+  bytes.SetSize(1);
+  EXPECT_EQ(bytes.GetBytes(), (TBytes{1}));
+}
+
 TEST(FileStream, OpensCreatesAndReportsSystemErrors) {
   TTempDir dir;
   const String path = dir / "data.bin";
