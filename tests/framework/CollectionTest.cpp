@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include "Collections.h"
 #include "Components.h"
 
@@ -66,15 +68,7 @@ ORV_PUBLISH(TGrid) { p.Property("Columns", &TGrid::GetColumns); }
 
 namespace {
 
-template <class E, class F>
-void ExpectError(F action, const char* message) {
-  try {
-    action();
-    ADD_FAILURE() << "no exception, expected: " << message;
-  } catch (const E& e) {
-    EXPECT_EQ(e.Message(), message);
-  }
-}
+using testing::ExpectError;
 
 TEST(Collections, AddInsertDeleteAndMoveItems) {
   TGrid grid;

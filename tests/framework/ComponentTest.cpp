@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <algorithm>
 
 #include "Components.h"
@@ -56,15 +58,7 @@ ORV_IMPLEMENT_CLASS(TAbstractWidget)
 
 namespace {
 
-template <class E, class F>
-void ExpectError(F action, const char* message) {
-  try {
-    action();
-    ADD_FAILURE() << "no exception, expected: " << message;
-  } catch (const E& e) {
-    EXPECT_EQ(e.Message(), message);
-  }
-}
+using testing::ExpectError;
 
 TLog Frees(const TLog& log) {
   TLog frees;

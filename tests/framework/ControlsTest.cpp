@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Controls.h"
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 
 namespace orv {
 namespace {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <limits>
 
 #include "FMTBcd.h"
@@ -8,10 +10,7 @@
 namespace orv {
 namespace {
 
-struct SettingsGuard {
-  TFormatSettings Saved = FormatSettings;
-  ~SettingsGuard() { FormatSettings = Saved; }
-};
+using SettingsGuard = testing::TSettingsGuard;
 
 TEST(FMTBcd, TextRoundTripsExactlyUnderEitherSeparator) {
   SettingsGuard guard;

@@ -5,7 +5,7 @@
 
 #include "Forms.h"
 #include "SysUtils.h"
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 
 namespace orv {
 namespace {

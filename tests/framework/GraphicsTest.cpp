@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Graphics.h"
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 
 namespace orv {
 namespace {

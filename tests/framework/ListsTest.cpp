@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Lists.h"
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 
 namespace orv {
 namespace {

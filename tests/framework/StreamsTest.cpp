@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "Streams.h"
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 
 namespace orv {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 #include "StringLists.h"
 
 namespace orv {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <algorithm>
 
 #include "Persistent.h"
@@ -113,20 +115,12 @@ ORV_PUBLISH(TSample) {
 
 namespace {
 
+using testing::ExpectError;
+
 std::vector<String> Names(const std::vector<PPropInfo>& list) {
   std::vector<String> names;
   for (PPropInfo info : list) names.push_back(info->Name);
   return names;
-}
-
-template <class E, class F>
-void ExpectError(F action, const char* message) {
-  try {
-    action();
-    ADD_FAILURE() << "no exception, expected: " << message;
-  } catch (const E& e) {
-    EXPECT_EQ(e.Message(), message);
-  }
 }
 
 // An interface object that is not a dispatch interface, and one that is.
@@ -288,10 +282,7 @@ TEST(PublishedProperties, TypedAccessReachesEveryKind) {
 }
 
 TEST(PublishedProperties, ValuesPreferStringsAndConvertBack) {
-  struct TSettingsScope {
-    TFormatSettings Saved = FormatSettings;
-    ~TSettingsScope() { FormatSettings = Saved; }
-  } settingsScope;
+  testing::TSettingsGuard settingsGuard;
   FormatSettings.DecimalSeparator = '.';
   TSample sample;
   sample.Kind = skSquare;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <limits>
 
 #include "Variants.h"
@@ -7,10 +9,7 @@
 namespace orv {
 namespace {
 
-struct SettingsGuard {
-  TFormatSettings Saved = FormatSettings;
-  ~SettingsGuard() { FormatSettings = Saved; }
-};
+using SettingsGuard = testing::TSettingsGuard;
 
 TEST(VariantCompare, NullAndUnassigned) {
   EXPECT_EQ(VarCompareValue(Null(), Null()), vrEqual);

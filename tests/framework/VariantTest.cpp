@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <limits>
 
 #include "Variants.h"
@@ -7,15 +9,7 @@
 namespace orv {
 namespace {
 
-// Restores the process-wide settings a test changes, also when it fails.
-struct SettingsGuard {
-  TFormatSettings Saved = FormatSettings;
-  bool SavedStrict = NullStrictConvert;
-  ~SettingsGuard() {
-    FormatSettings = Saved;
-    NullStrictConvert = SavedStrict;
-  }
-};
+using SettingsGuard = testing::TSettingsGuard;
 
 void UseDecimalSeparator(char separator) {
   FormatSettings = TFormatSettings::Invariant();

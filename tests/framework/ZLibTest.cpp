@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 #include "ZLib.h"
 
 namespace orv {

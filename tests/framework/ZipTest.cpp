@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "StreamsTestSupport.h"
+#include "TestSupport.h"
 #include "Zip.h"
 
 namespace orv {

@@ -1,6 +1,6 @@
 #pragma once
-// Test helpers for file-based tests: a fresh temporary folder removed afterwards, and whole-file
-// reads and writes done without the classes under test.
+// Helpers shared by the test suites: exception messages, restoring the process-wide settings,
+// temporary folders and whole-file reads and writes done without the classes under test.
 
 #include <unistd.h>
 
@@ -10,6 +10,11 @@
 #include <functional>
 #include <iterator>
 #include <string>
+
+#include <gtest/gtest.h>
+
+#include "SysUtils.h"
+#include "Variants.h"
 
 namespace orv::testing {
 
@@ -59,6 +64,28 @@ std::string MessageOf(const std::function<void()>& action) {
   }
   return "(no exception)";
 }
+
+// Expects `action` to raise E with exactly `message`.
+template <class E, class F>
+void ExpectError(F action, const char* message) {
+  try {
+    action();
+    ADD_FAILURE() << "no exception, expected: " << message;
+  } catch (const E& e) {
+    EXPECT_EQ(e.Message(), message);
+  }
+}
+
+// Restores the process-wide format settings and null conversion switch a test changes, also
+// when it fails.
+struct TSettingsGuard {
+  TFormatSettings Saved = FormatSettings;
+  bool SavedStrict = NullStrictConvert;
+  ~TSettingsGuard() {
+    FormatSettings = Saved;
+    NullStrictConvert = SavedStrict;
+  }
+};
 
 // Root ignores file permissions, so permission tests skip themselves there.
 inline bool RunningAsRoot() { return ::geteuid() == 0; }
