@@ -1,0 +1,184 @@
+#pragma once
+// Field definitions: the schema a data set exposes, from which its default fields are made; and
+// the flat lists that index a data set's definitions and fields by full name.
+
+#include "Classes.h"
+#include "DBTypes.h"
+
+namespace orv {
+
+class TFieldDefs;
+class TFields;
+
+// A collection item with a name.
+class TNamedItem : public TCollectionItem {
+  ORV_CLASS(TNamedItem, TCollectionItem)
+ public:
+  TNamedItem() = default;
+  const String& GetName() const { return FName; }
+  virtual void SetName(const String& value);
+  String GetDisplayName() const override { return FName; }
+  void SetDisplayName(const String& value) override;
+
+ private:
+  String FName;
+};
+
+// A collection of named definitions that belongs to a data set.
+class TDefCollection : public TOwnedCollection {
+  ORV_CLASS(TDefCollection, TOwnedCollection)
+ public:
+  TDefCollection(TDataSet* ADataSet, TPersistent* AOwner, TClass AClass);
+
+  TNamedItem* Find(const String& AName) const;  // compared without case; null when missing
+  void GetItemNames(TStrings* List) const;
+  int IndexOf(const String& AName) const;
+  TDataSet* GetDataSet() const { return FDataSet; }
+  // False when the definitions may be out of date and must be rebuilt before use.
+  bool GetUpdated() const { return FUpdated; }
+  void SetUpdated(bool value) { FUpdated = value; }
+  void SetOnUpdate(TNotifyEvent value) { FOnUpdate = std::move(value); }
+
+ protected:
+  void Update(TCollectionItem* item) override;
+  void SetItemName(TCollectionItem* item) override;
+  // Runs `rebuild` once when not up to date, inside one update, and marks them up to date.
+  void UpdateDefs(const std::function<void()>& rebuild);
+  int FInternalUpdateCount = 0;
+
+ private:
+  TDataSet* FDataSet;
+  bool FUpdated = false;
+  TNotifyEvent FOnUpdate;
+};
+
+// One field definition: name, data type, size, attributes, and child definitions for object
+// types (ADT, array, nested data set).
+class TFieldDef : public TNamedItem {
+  ORV_CLASS(TFieldDef, TNamedItem)
+ public:
+  TFieldDef();
+  ~TFieldDef() override;
+
+  TFieldDef* AddChild();
+  bool HasChildren() const;
+  // Makes a field of this definition's class, owned by `Owner`, with its child fields when asked.
+  TField* CreateField(TComponent* Owner, TField* ParentField = nullptr,
+                      const String& FieldName = "", bool CreateChildren = true);
+  TClass GetFieldClass() const;
+  TFieldDef* GetParentDef() const;
+  void Assign(TPersistent* Source) override;
+
+  TFieldType GetDataType() const { return FDataType; }
+  void SetDataType(TFieldType value);
+  int32_t GetSize() const { return FSize; }
+  void SetSize(int32_t value);
+  int32_t GetPrecision() const { return FPrecision; }
+  void SetPrecision(int32_t value);
+  TFieldAttributes GetAttributes() const { return FAttributes; }
+  void SetAttributes(TFieldAttributes value);
+  bool GetRequired() const { return FAttributes.Contains(faRequired); }
+  void SetRequired(bool value);
+  int32_t GetFieldNo() const { return FFieldNo; }
+  void SetFieldNo(int32_t value) { FFieldNo = value; }
+  bool GetInternalCalcField() const { return FInternalCalcField; }
+  void SetInternalCalcField(bool value);
+  // Made on first use.
+  TFieldDefs* GetChildDefs();
+  void SetChildDefs(TFieldDefs* value);  // assigns
+
+ private:
+  std::unique_ptr<TFieldDefs> FChildDefs;
+  int32_t FPrecision = 0;
+  int32_t FFieldNo = 0;
+  int32_t FSize = 0;
+  bool FInternalCalcField = false;
+  TFieldType FDataType = ftUnknown;
+  TFieldAttributes FAttributes;
+};
+
+class TFieldDefs : public TDefCollection {
+  ORV_CLASS(TFieldDefs, TDefCollection)
+ public:
+  // Owner: a data set (top level) or a field definition (children).
+  explicit TFieldDefs(TPersistent* AOwner);
+
+  TFieldDef* AddFieldDef();
+  void Add(const String& Name, TFieldType DataType, int32_t Size = 0, bool Required = false);
+  // EDatabaseError SFieldDefNotFound when missing.
+  TFieldDef* Find(const String& Name) const;
+  // Rebuilds the definitions from the data set (InitFieldDefs) when they are not up to date.
+  virtual void Update();
+  TFieldDef* GetItem(int index) const;
+  void SetItem(int index, TFieldDef* value);
+  TFieldDef* GetParentDef() const { return FParentDef; }
+  bool GetHiddenFields() const { return FHiddenFields; }
+  void SetHiddenFields(bool value) { FHiddenFields = value; }
+
+ protected:
+  void SetItemName(TCollectionItem* item) override;
+
+ private:
+  TFieldDef* FParentDef = nullptr;
+  bool FHiddenFields = false;
+};
+
+// A string list kept flat and up to date from a data set: full names with their objects. It
+// rebuilds itself (UpdateList) on first use after it was marked out of date.
+class TFlatList : public TStringList {
+  ORV_CLASS(TFlatList, TStringList)
+ public:
+  explicit TFlatList(TDataSet* ADataSet);
+
+  // Rebuilds now when out of date.
+  void Update();
+  TDataSet* GetDataSet() const { return FDataSet; }
+  bool GetUpdated() const { return FUpdated; }
+  void SetUpdated(bool value) { FUpdated = value; }
+  bool GetLocked() const { return FLocked; }
+  void SetLocked(bool value) { FLocked = value; }
+
+  int GetCount() const override;
+
+ protected:
+  // Fills the list (strings: full names; objects: the items); called with the list emptied.
+  virtual void UpdateList() = 0;
+  // The object of `Name`, or null; raises the framework's not-found error when `MustExist`.
+  TObject* FindItem(const String& Name, bool MustExist) const;
+
+  bool FUpdated = false;
+  bool FLocked = false;
+
+ private:
+  TDataSet* FDataSet;
+};
+
+// Every field definition of a data set, children included, by full name ("Address.City").
+class TFieldDefList : public TFlatList {
+  ORV_CLASS(TFieldDefList, TFlatList)
+ public:
+  using TFlatList::TFlatList;
+  TFieldDef* Find(const String& Name) const;          // null when missing
+  TFieldDef* FieldByName(const String& Name) const;   // raises when missing
+  TFieldDef* GetFieldDef(int Index) const;
+
+ protected:
+  void UpdateList() override;
+};
+
+// Every field of a data set, sub-fields of object fields included, by full name. A data set
+// names its class through GetFieldListClass, so a subclass can keep an index of its own
+// (overriding UpdateList and IndexOfObject).
+class TFieldList : public TFlatList {
+  ORV_CLASS(TFieldList, TFlatList)
+ public:
+  using TFlatList::TFlatList;
+  TField* Find(const String& Name) const;         // null when missing
+  TField* FieldByName(const String& Name) const;  // raises when missing
+  TField* GetField(int Index) const;
+
+ protected:
+  void UpdateList() override;
+};
+
+}  // namespace orv
