@@ -2,6 +2,7 @@
 // Format settings, text, numbers and dates as the platform handles them.
 
 #include <array>
+#include <cstddef>
 #include <initializer_list>
 
 #include "System.h"
@@ -165,10 +166,10 @@ class FormatArg {
   enum class Kind { Int, UInt, Float, Curr, Str, WStr, Ptr };
   template <class I, std::enable_if_t<std::is_integral_v<I> && std::is_signed_v<I> &&
                                           !std::is_same_v<I, char>, int> = 0>
-  FormatArg(I v) : FKind(Kind::Int), FInt(v) {}
+  FormatArg(I v) : FKind(Kind::Int), FInt(v), FBits(sizeof(I) * 8) {}
   template <class I, std::enable_if_t<std::is_integral_v<I> && std::is_unsigned_v<I> &&
                                           !std::is_same_v<I, bool>, int> = 0>
-  FormatArg(I v) : FKind(Kind::UInt), FUInt(v) {}
+  FormatArg(I v) : FKind(Kind::UInt), FUInt(v), FBits(sizeof(I) * 8) {}
   FormatArg(char c) : FKind(Kind::Str), FStr(1, c) {}
   FormatArg(double v) : FKind(Kind::Float), FFloat(v) {}
   FormatArg(float v) : FKind(Kind::Float), FFloat(v) {}
@@ -180,6 +181,7 @@ class FormatArg {
   FormatArg(const String& s) : FKind(Kind::Str), FStr(s) {}
   FormatArg(const WideString& s) : FKind(Kind::WStr), FWStr(s) {}
   FormatArg(const void* p) : FKind(Kind::Ptr), FPtr(p) {}
+  FormatArg(std::nullptr_t) : FKind(Kind::Ptr) {}
 
   Kind GetKind() const { return FKind; }
   int64_t AsInt() const { return FInt; }
@@ -189,6 +191,8 @@ class FormatArg {
   const String& AsStr() const { return FStr; }
   const WideString& AsWStr() const { return FWStr; }
   const void* AsPtr() const { return FPtr; }
+  // The width of the integer passed: "%u" and "%x" show a negative value in that many bits.
+  int GetBits() const { return FBits; }
 
  private:
   Kind FKind;
@@ -199,6 +203,7 @@ class FormatArg {
   String FStr;
   WideString FWStr;
   const void* FPtr = nullptr;
+  int FBits = 64;
 };
 
 String Format(const String& format, std::initializer_list<FormatArg> args);

@@ -68,8 +68,10 @@ TClassRec MakeClassRec(const char* name, void (*publish)(TClassPublisher&)) {
   rec.Publish = publish;
   if constexpr (!std::is_abstract_v<T> && std::is_default_constructible_v<T>)
     rec.Construct = []() -> TObject* { return new T(); };
-  if constexpr (!std::is_abstract_v<T> && std::is_base_of_v<TComponent, T> &&
-                std::is_constructible_v<T, TComponent*>)
+  // Only components: a persistent class whose constructor takes a TPersistent* owner (an owned
+  // collection) is constructible from a TComponent* too.
+  if constexpr (!std::is_abstract_v<T> && std::is_constructible_v<T, TComponent*> &&
+                std::is_convertible_v<T*, TComponent*>)
     rec.ConstructComponent = [](TComponent* owner) -> TComponent* { return new T(owner); };
   return rec;
 }
