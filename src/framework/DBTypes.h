@@ -83,8 +83,6 @@ using TFieldNotifyEvent = std::function<void(TField* Sender)>;
 using TFieldGetTextEvent = std::function<void(TField* Sender, String& Text, bool DisplayText)>;
 using TFieldSetTextEvent = std::function<void(TField* Sender, const String& Text)>;
 
-// Events of data sources.
-using TNotifyEvent = std::function<void(TObject* Sender)>;
 using TDataChangeEvent = std::function<void(TObject* Sender, TField* Field)>;
 
 }  // namespace orv

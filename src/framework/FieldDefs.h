@@ -128,7 +128,10 @@ class TFieldDefs : public TDefCollection {
 class TFlatList : public TStringList {
   ORV_CLASS(TFlatList, TStringList)
  public:
-  explicit TFlatList(TDataSet* ADataSet);
+  // Default-constructible, so that a data set can make its field list from a class reference
+  // (GetFieldListClass) and then attach itself.
+  explicit TFlatList(TDataSet* ADataSet = nullptr) : FDataSet(ADataSet) {}
+  void SetDataSet(TDataSet* ADataSet) { FDataSet = ADataSet; }
 
   // Rebuilds now when out of date.
   void Update();
