@@ -37,5 +37,15 @@ inline constexpr const char* SRecordNotFound = "Record not found";
 inline constexpr const char* SDataSourceChange = "DataSource cannot be changed";
 inline constexpr const char* SNoNestedMasterSource = "Nested datasets cannot have a MasterSource";
 inline constexpr const char* SDataSetUnidirectional = "Operation not allowed on a unidirectional dataset";
+inline constexpr const char* SNestedDataSetClass = "Nested dataset must inherit from %s";
+inline constexpr const char* SFieldSizeMismatch =
+    "Size mismatch for field '%s', expecting: %d actual: %d";
+inline constexpr const char* SFieldValueError = "Invalid value for field '%s'";
+inline constexpr const char* SBcdFieldRangeError =
+    "%s is not a valid value for field '%s'. The allowed range is %s to %s";
+inline constexpr const char* SNotIndexField = "Field '%s' is not indexed and cannot be modified";
+inline constexpr const char* SRecordChanged = "Record not found or changed by another user";
+inline constexpr const char* STextTrue = "True";
+inline constexpr const char* STextFalse = "False";
 
 }  // namespace orv

@@ -118,6 +118,7 @@ class TDataLink : public TPersistent {
 
   void SetActive(bool Value);
   void SetEditing(bool Value);
+  void UpdateState();  // active and editing from the source's state
   void UpdateRange();
 
   TDataSource* FDataSource = nullptr;

@@ -208,7 +208,8 @@ class TDataSet : public TComponent {
   TFieldDefs* GetFieldDefs() const { return FFieldDefs.get(); }
   void SetFieldDefs(TFieldDefs* Value);  // assigns
   TFieldDefList* GetFieldDefList() const { return FFieldDefList.get(); }
-  TFieldList* GetFieldList() const { return FFieldList.get(); }
+  // Made on first use from GetFieldListClass, so that a descendant's class is the one made.
+  TFieldList* GetFieldList() const;
   TField* FieldByName(const String& FieldName) const;  // SFieldNotFound naming this data set
   TField* FindField(const String& FieldName) const;
   TField* FieldByNumber(int32_t FieldNo) const;
@@ -311,35 +312,48 @@ class TDataSet : public TComponent {
   // Raises the error events' actions: daFail raises, daAbort aborts silently, daRetry repeats.
   void CheckOperation(const std::function<void()>& Operation, const TDataSetErrorEvent& ErrorEvent);
   bool BookmarkAvailable();
+  void SetModified(bool Value) { FModified = Value; }
+  void CheckCanModify();   // SDataSetReadOnly unless GetCanModify
+  void CheckBiDirectional();  // SDataSetUnidirectional on a unidirectional data set
+  void SetUniDirectional(bool Value) { FIsUniDirectional = Value; }
 
  private:
   friend class TDataLink;
   friend class TDataSource;
   friend class TField;
+  friend class TFields;
+  friend class TFieldDef;
   friend class TFieldDefs;
+  friend class TFlatList;
+  friend class TObjectField;
   friend class TDataSetField;
 
   void AddDataSource(TDataSource* DataSource);
   void RemoveDataSource(TDataSource* DataSource);
   void SetBufferCount(int Value);
-  void UpdateBufferCountFromLinks();
   void MoveBuffer(int CurIndex, int NewIndex);
-  void SetCurrentRecordFromActive();
   void DoInternalOpen();
-  void DoInternalClose();
   void EndInsertAppend();
+  void BeginInsertAppend();
+  void CheckParentState();
+  void UpdateCalcFields();
+  void CalcLookupValue(TField* Field);
+  void NotifyNestedDataSets();
+  void CheckNestedBrowseMode();
+  // Moves every active link's window by `Delta` buffers (the ring was shifted under them).
+  void AdjustFirstRecords(int Delta);
 
   std::unique_ptr<TFields> FFields;
   std::unique_ptr<TFieldDefs> FFieldDefs;
   std::unique_ptr<TFieldDefList> FFieldDefList;
-  std::unique_ptr<TFieldList> FFieldList;
+  mutable std::unique_ptr<TFieldList> FFieldList;
   std::vector<TDataSource*> FDataSources;
   std::unique_ptr<TList> FNestedDataSets;
   TClass FNestedDataSetClass = nullptr;
   TDataSetField* FDataSetField = nullptr;
 
   std::vector<TRecordBuffer> FBuffers;  // FBufferCount + 1 (the temporary buffer)
-  TRecordBuffer FCalcBuffer = nullptr;
+  TRecordBuffer FCalcBuffer = nullptr;   // the buffer being calculated (not owned)
   int FBufferCount = 0;
   int FRecordCount = 0;   // buffers holding records
   int FActiveRecord = 0;
@@ -350,11 +364,12 @@ class TDataSet : public TComponent {
   int FDisableCount = 0;
   TDataSetState FDisableState = dsInactive;
   TDataSetState FState = dsInactive;
-  TDataEvent FEnableEvent = deFieldChange;
+  TDataEvent FEnableEvent = deDataSetChange;
   bool FBOF = true;
   bool FEOF = true;
   bool FModified = false;
   bool FStreamedActive = false;
+  bool FInternalOpenComplete = false;
   bool FDefaultFields = false;
   bool FAutoCalcFields = true;
   bool FInternalCalcFields = false;
