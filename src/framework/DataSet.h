@@ -316,6 +316,8 @@ class TDataSet : public TComponent {
   friend class TDataLink;
   friend class TDataSource;
   friend class TField;
+  friend class TFields;
+  friend class TFieldDef;
   friend class TFieldDefs;
   friend class TDataSetField;
 
