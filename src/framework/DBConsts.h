@@ -38,4 +38,11 @@ inline constexpr const char* SDataSourceChange = "DataSource cannot be changed";
 inline constexpr const char* SNoNestedMasterSource = "Nested datasets cannot have a MasterSource";
 inline constexpr const char* SDataSetUnidirectional = "Operation not allowed on a unidirectional dataset";
 
+// Fields and field definitions.
+inline constexpr const char* STextTrue = "True";
+inline constexpr const char* STextFalse = "False";
+inline constexpr const char* SDuplicateName = "Duplicate name '%s' in %s";
+inline constexpr const char* SFieldValueError = "Invalid value for field '%s'";
+inline constexpr const char* SBCDOverflow = "(Overflow)";
+
 }  // namespace orv
