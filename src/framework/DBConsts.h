@@ -48,4 +48,11 @@ inline constexpr const char* SRecordChanged = "Record not found or changed by an
 inline constexpr const char* STextTrue = "True";
 inline constexpr const char* STextFalse = "False";
 
+// Fields and field definitions.
+inline constexpr const char* STextTrue = "True";
+inline constexpr const char* STextFalse = "False";
+inline constexpr const char* SDuplicateName = "Duplicate name '%s' in %s";
+inline constexpr const char* SFieldValueError = "Invalid value for field '%s'";
+inline constexpr const char* SBCDOverflow = "(Overflow)";
+
 }  // namespace orv

@@ -54,8 +54,10 @@ using TFilterOptions = TSet<TFilterOption>;
 ORV_ENUM(TDataAction, daFail, daAbort, daRetry)
 ORV_ENUM(TBlobStreamMode, bmRead, bmWrite, bmReadWrite)
 
-// The framework's own attributes take bits 0 to 5; the set has room for more, and the library
-// uses bit 6 as its hidden marker.
+// The framework's own attributes take bits 0 to 5. The enumeration's values span bits 0 to 7,
+// so a set holds bits 6 and 7 as well: static_cast<TFieldAttribute>(6) is a valid element (the
+// library's hidden marker) that the framework keeps and copies but gives no name, so a form
+// file does not write it.
 ORV_ENUM(TFieldAttribute, faHiddenCol, faReadonly, faRequired, faLink, faUnNamed, faFixed)
 using TFieldAttributes = TSet<TFieldAttribute>;
 
@@ -64,6 +66,10 @@ ORV_ENUM(TProviderFlag, pfInUpdate, pfInWhere, pfInKey, pfHidden, pfRefreshOnIns
 using TProviderFlags = TSet<TProviderFlag>;
 
 ORV_ENUM(TAlignment, taLeftJustify, taRightJustify, taCenter)
+
+// What a blob field shows: its class description, its text, its text clipped with "...", or its
+// text when it fits the display width and the description otherwise.
+ORV_ENUM(TBlobDisplayValue, dvClass, dvFull, dvClip, dvFit)
 
 // A record buffer: memory the data set allocates and lays out as it likes.
 using TRecordBuffer = uint8_t*;

@@ -2,6 +2,8 @@
 // Field definitions: the schema a data set exposes, from which its default fields are made; and
 // the flat lists that index a data set's definitions and fields by full name.
 
+#include <unordered_map>
+
 #include "Classes.h"
 #include "DBTypes.h"
 
@@ -9,13 +11,15 @@ namespace orv {
 
 class TFieldDefs;
 class TFields;
+class TObjectField;
 
-// A collection item with a name.
+// A collection item with a name, unique (without regard to case) within its collection.
 class TNamedItem : public TCollectionItem {
   ORV_CLASS(TNamedItem, TCollectionItem)
  public:
   TNamedItem() = default;
   const String& GetName() const { return FName; }
+  // EDatabaseError SDuplicateName when another item of the collection has the name.
   virtual void SetName(const String& value);
   String GetDisplayName() const override { return FName; }
   void SetDisplayName(const String& value) override;
@@ -34,16 +38,20 @@ class TDefCollection : public TOwnedCollection {
   void GetItemNames(TStrings* List) const;
   int IndexOf(const String& AName) const;
   TDataSet* GetDataSet() const { return FDataSet; }
-  // False when the definitions may be out of date and must be rebuilt before use.
+  // False when the definitions may be out of date and must be rebuilt before use. A change
+  // made from outside (not while the data set rebuilds them) clears it.
   bool GetUpdated() const { return FUpdated; }
   void SetUpdated(bool value) { FUpdated = value; }
+  const TNotifyEvent& GetOnUpdate() const { return FOnUpdate; }
   void SetOnUpdate(TNotifyEvent value) { FOnUpdate = std::move(value); }
 
  protected:
   void Update(TCollectionItem* item) override;
+  // An item without a name gets one from the data set's name and its ID.
   void SetItemName(TCollectionItem* item) override;
   // Runs `rebuild` once when not up to date, inside one update, and marks them up to date.
   void UpdateDefs(const std::function<void()>& rebuild);
+  bool InternalUpdating() const { return FInternalUpdateCount > 0; }
   int FInternalUpdateCount = 0;
 
  private:
@@ -62,10 +70,16 @@ class TFieldDef : public TNamedItem {
 
   TFieldDef* AddChild();
   bool HasChildren() const;
-  // Makes a field of this definition's class, owned by `Owner`, with its child fields when asked.
-  TField* CreateField(TComponent* Owner, TField* ParentField = nullptr,
+  // Makes a field of this definition's class, owned by `Owner`, in the data set of the
+  // definitions or under `ParentField`, named `FieldName` (the definition's name when empty),
+  // with its sub-fields when asked: one per child definition, or for an array `Size` elements
+  // "Name[i]" of the first child definition. A size above 0 becomes the field's size.
+  // SUnknownFieldType when the data type has no field class. On failure nothing is left.
+  TField* CreateField(TComponent* Owner, TObjectField* ParentField = nullptr,
                       const String& FieldName = "", bool CreateChildren = true);
+  // The data set's class for the data type (GetFieldClass), or DefaultFieldClass without one.
   TClass GetFieldClass() const;
+  TFieldDefs* GetFieldDefs() const;  // the collection it is in
   TFieldDef* GetParentDef() const;
   void Assign(TPersistent* Source) override;
 
@@ -79,13 +93,15 @@ class TFieldDef : public TNamedItem {
   void SetAttributes(TFieldAttributes value);
   bool GetRequired() const { return FAttributes.Contains(faRequired); }
   void SetRequired(bool value);
-  int32_t GetFieldNo() const { return FFieldNo; }
+  // The number given, else the place in the collection counted from 1.
+  int32_t GetFieldNo() const;
   void SetFieldNo(int32_t value) { FFieldNo = value; }
   bool GetInternalCalcField() const { return FInternalCalcField; }
   void SetInternalCalcField(bool value);
   // Made on first use.
   TFieldDefs* GetChildDefs();
   void SetChildDefs(TFieldDefs* value);  // assigns
+  bool IsChildDefsStored() const { return HasChildren(); }
 
  private:
   std::unique_ptr<TFieldDefs> FChildDefs;
@@ -100,22 +116,28 @@ class TFieldDef : public TNamedItem {
 class TFieldDefs : public TDefCollection {
   ORV_CLASS(TFieldDefs, TDefCollection)
  public:
-  // Owner: a data set (top level) or a field definition (children).
+  // Owner: a data set (top level) or a field definition (children, which belong to the data
+  // set of the definition's collection).
   explicit TFieldDefs(TPersistent* AOwner);
 
   TFieldDef* AddFieldDef();
+  // SFieldNameMissing for an empty name; the definition's number is its place.
   void Add(const String& Name, TFieldType DataType, int32_t Size = 0, bool Required = false);
-  // EDatabaseError SFieldDefNotFound when missing.
+  // EDatabaseError SFieldNotFound, naming the data set, when missing.
   TFieldDef* Find(const String& Name) const;
-  // Rebuilds the definitions from the data set (InitFieldDefs) when they are not up to date.
+  // Rebuilds the definitions from the data set (its InitFieldDefs) when they are not up to
+  // date.
   virtual void Update();
   TFieldDef* GetItem(int index) const;
   void SetItem(int index, TFieldDef* value);
+  TFieldDef* operator[](int index) const { return GetItem(index); }
   TFieldDef* GetParentDef() const { return FParentDef; }
   bool GetHiddenFields() const { return FHiddenFields; }
   void SetHiddenFields(bool value) { FHiddenFields = value; }
 
  protected:
+  // Also tells the data set (DefChanged) of a change made from outside.
+  void Update(TCollectionItem* item) override;
   void SetItemName(TCollectionItem* item) override;
 
  private:
@@ -124,7 +146,9 @@ class TFieldDefs : public TDefCollection {
 };
 
 // A string list kept flat and up to date from a data set: full names with their objects. It
-// rebuilds itself (UpdateList) on first use after it was marked out of date.
+// rebuilds itself (UpdateList) on first use after it was marked out of date, and finds names
+// through a hash index (without regard to case) made with each rebuild. Outside a rebuild it is
+// locked: changing it raises.
 class TFlatList : public TStringList {
   ORV_CLASS(TFlatList, TStringList)
  public:
@@ -136,27 +160,41 @@ class TFlatList : public TStringList {
   // Rebuilds now when out of date.
   void Update();
   TDataSet* GetDataSet() const { return FDataSet; }
-  bool GetUpdated() const { return FUpdated; }
+  virtual bool GetUpdated() const { return FUpdated; }
   void SetUpdated(bool value) { FUpdated = value; }
   bool GetLocked() const { return FLocked; }
   void SetLocked(bool value) { FLocked = value; }
 
+  // Both rebuild first when out of date (not while rebuilding).
   int GetCount() const override;
+  int32_t IndexOf(const String& Name) const override;
 
  protected:
   // Fills the list (strings: full names; objects: the items); called with the list emptied.
   virtual void UpdateList() = 0;
-  // The object of `Name`, or null; raises the framework's not-found error when `MustExist`.
+  // The object of `Name`, or null; raises SFieldNotFound naming the data set when `MustExist`.
   TObject* FindItem(const String& Name, bool MustExist) const;
+  void Changing() override;
 
   bool FUpdated = false;
-  bool FLocked = false;
+  bool FLocked = true;
 
  private:
+  struct TNameHash {
+    size_t operator()(const String& Name) const noexcept;
+  };
+  struct TNameEqual {
+    bool operator()(const String& A, const String& B) const noexcept;
+  };
+  void EnsureUpdated() const;
+
   TDataSet* FDataSet;
+  bool FRebuilding = false;
+  std::unordered_map<String, int32_t, TNameHash, TNameEqual> FIndex;
 };
 
-// Every field definition of a data set, children included, by full name ("Address.City").
+// Every field definition of a data set, children included, by full name ("Address.City"). Out
+// of date also while the data set's definitions are.
 class TFieldDefList : public TFlatList {
   ORV_CLASS(TFieldDefList, TFlatList)
  public:
@@ -164,13 +202,14 @@ class TFieldDefList : public TFlatList {
   TFieldDef* Find(const String& Name) const;          // null when missing
   TFieldDef* FieldByName(const String& Name) const;   // raises when missing
   TFieldDef* GetFieldDef(int Index) const;
+  bool GetUpdated() const override;
 
  protected:
   void UpdateList() override;
 };
 
-// Every field of a data set, sub-fields of object fields included, by full name. A data set
-// names its class through GetFieldListClass, so a subclass can keep an index of its own
+// Every field of a data set, sub-fields of ADT and array fields included, by full name. A data
+// set names its class through GetFieldListClass, so a subclass can keep an index of its own
 // (overriding UpdateList and IndexOfObject).
 class TFieldList : public TFlatList {
   ORV_CLASS(TFieldList, TFlatList)
@@ -183,5 +222,9 @@ class TFieldList : public TFlatList {
  protected:
   void UpdateList() override;
 };
+
+// The full name of a sub-field or child definition named `Name` under the parent `ParentName`:
+// "Parent.Name", or for an array element named "Parent[i]" the parent's full name and "[i]".
+String JoinFullName(const String& ParentFullName, const String& ParentName, const String& Name);
 
 }  // namespace orv

@@ -16,12 +16,30 @@
 //   ftTimeStamp / ftTimeStampOffset TSQLTimeStamp / TSQLTimeStampOffset
 //   ftBytes, ftVarBytes             plain: a Variant byte array; native: the raw bytes (varbytes
 //                                   with a 2-byte length first)
-//   ftBlob, ftMemo, ftGraphic, ftWideMemo, ftVariant   a Variant
+//   ftBlob, ftMemo, ftGraphic, ftWideMemo, ftVariant (and the other blob types)   a Variant
 //   ftInterface / ftIDispatch       an IInterfacePtr / IDispatchPtr
 //
-// Buffers that hold a Variant or an interface hold a constructed C++ object: the pointer form
-// points at one; the byte-array form is sized for one and constructed by the reader/writer pair
-// that uses it (see TValueBufferObject), so nothing leaks and nothing is copied bitwise.
+// The reader sizes the buffer (GetDataSize for the native form); the data set fills it. Strings
+// are written whole: the data set cuts what it hands back to Size bytes (never splitting a UTF-8
+// code point) or Size UTF-16 units. An empty TValueBuffer, like a null pointer, is no buffer:
+// GetFieldData then only answers whether there is a value, and SetFieldData writes Null.
+//
+// Buffers that hold an object. A Variant, an IInterfacePtr or an IDispatchPtr is never a row of
+// bytes to copy: whoever makes such a buffer constructs the object in it, and only assignment
+// moves a value in or out (BufferObjectOf tells which object a buffer of a type holds).
+//  - Pointer form: the pointer points at a constructed object. GetFieldData assigns the value
+//    to it; SetFieldData copies the value from it.
+//  - Byte-array form: the buffer belongs to a TValueBufferObject<T>, which constructs a T in it
+//    and destroys it when it goes. The data set reaches the object with
+//    ValueBufferObject<T>(Buffer) and assigns to it or copies from it as above; it never
+//    resizes, copies, clears or frees such a buffer, nor writes its bytes.
+// Fields read through the pointer form (no allocation per read) and write through the
+// byte-array form (a data field written that way counts as a change of the record's data).
+
+#include <cassert>
+#include <cstring>
+#include <new>
+#include <unordered_map>
 
 #include "FMTBcd.h"
 #include "FieldDefs.h"
@@ -41,9 +59,53 @@ union TDateTimeRec {
   double DateTime;
 };
 
-// The fields of a data set or of an object field, in field order. Owns nothing: fields belong
-// to their owner component (the data set's owner for persistent fields, the data set for
-// default ones).
+// ---------------------------------------------------------------------------------------------
+// Buffers that hold an object (see the rule at the top of this file)
+
+enum class TBufferObject { None, Variant, Interface, Dispatch };
+
+// The object a buffer of `Type` holds in the given form; None for plain bytes.
+TBufferObject BufferObjectOf(TFieldType Type, bool NativeFormat = true);
+
+// A TValueBuffer with one constructed T in it (Variant, IInterfacePtr or IDispatchPtr); the T
+// is destroyed with it.
+template <class T>
+class TValueBufferObject {
+  static_assert(alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__,
+                "a vector's block is aligned for any type up to the default new alignment");
+
+ public:
+  TValueBufferObject() : FBuffer(sizeof(T)) { ::new (FBuffer.data()) T(); }
+  explicit TValueBufferObject(const T& Value) : FBuffer(sizeof(T)) { ::new (FBuffer.data()) T(Value); }
+  TValueBufferObject(const TValueBufferObject&) = delete;
+  TValueBufferObject& operator=(const TValueBufferObject&) = delete;
+  ~TValueBufferObject() { Get().~T(); }
+
+  TValueBuffer& Buffer() { return FBuffer; }
+  T& Get() { return *std::launder(reinterpret_cast<T*>(FBuffer.data())); }
+
+ private:
+  TValueBuffer FBuffer;
+};
+
+// The object in a buffer made by TValueBufferObject<T>.
+template <class T>
+T& ValueBufferObject(TValueBuffer& Buffer) {
+  assert(Buffer.size() == sizeof(T));
+  return *std::launder(reinterpret_cast<T*>(Buffer.data()));
+}
+template <class T>
+const T& ValueBufferObject(const TValueBuffer& Buffer) {
+  assert(Buffer.size() == sizeof(T));
+  return *std::launder(reinterpret_cast<const T*>(Buffer.data()));
+}
+
+// ---------------------------------------------------------------------------------------------
+// TFields
+
+// The fields of a data set or of an object field, in field order. Freeing the list (or Clear)
+// frees the fields in it; a field freed on its own leaves the list. Names are found through a
+// hash index (without regard to case) that is rebuilt after the fields change.
 class TFields : public TObject {
   ORV_CLASS(TFields, TObject)
  public:
@@ -53,7 +115,7 @@ class TFields : public TObject {
   void Add(TField* Field);
   void Remove(TField* Field);
   void Clear();  // frees the fields
-  // EDatabaseError SDuplicateFieldName / SFieldNameMissing.
+  // EDatabaseError SFieldNameMissing / SDuplicateFieldName, naming the data set.
   void CheckFieldName(const String& FieldName) const;
   // Raises SFieldNotFound for a name in a ";" list that is not a field.
   void CheckFieldNames(const String& FieldNames) const;
@@ -64,35 +126,61 @@ class TFields : public TObject {
   int IndexOf(const TField* Field) const;
   int GetCount() const { return static_cast<int>(FList.size()); }
   TField* GetField(int Index) const;  // EDatabaseError SFieldIndexError outside the range
+  TField* operator[](int Index) const { return GetField(Index); }
   void SetFieldIndex(TField* Field, int Value);
   TDataSet* GetDataSet() const { return FDataSet; }
+  // The object field whose sub-fields these are; null for a data set's fields.
+  TObjectField* GetParentField() const { return FParentField; }
+  // A data set takes fields of every kind, an object field only data fields.
   TFieldKinds GetValidFieldKinds() const;
+  const TNotifyEvent& GetOnChange() const { return FOnChange; }
+  void SetOnChange(TNotifyEvent Value) { FOnChange = std::move(Value); }
 
  protected:
   virtual void Changed();
 
  private:
+  friend class TObjectField;
+
+  struct TNameHash {
+    size_t operator()(const String& Name) const noexcept;
+  };
+  struct TNameEqual {
+    bool operator()(const String& A, const String& B) const noexcept;
+  };
+  void RebuildIndex() const;
+
   TDataSet* FDataSet;
+  TObjectField* FParentField = nullptr;
   std::vector<TField*> FList;
+  mutable std::unordered_map<String, TField*, TNameHash, TNameEqual> FIndex;
+  mutable bool FIndexValid = false;
+  TNotifyEvent FOnChange;
 };
 
-// A field.
+// A field: one column of a data set's current record, or of an object field.
 class TField : public TComponent {
   ORV_CLASS(TField, TComponent)
  public:
   explicit TField(TComponent* AOwner);
+  // Closes the data set (fields change only while it is closed) and leaves its field list.
   ~TField() override;
 
+  // From another field: its value; from null: Clear.
   void Assign(TPersistent* Source) override;
-  // Copies the value of a C++ value through the matching As... setter.
+  // Sets a value through the As... setter of its kind: Null and Unassigned clear; integers,
+  // Booleans, floats, currency, dates, text, decimals, time stamps and byte arrays go to the
+  // matching setter, anything else to Value. SFieldValueError for what no setter takes.
   void AssignValue(const Variant& Value);
   virtual void Clear();  // sets Null
-  void FocusControl();
-  // The value in the current record buffer: true when not Null; the buffer receives it.
+  void FocusControl();   // deFocusControl to the links of an open data set
+  // The value in the current record buffer: true when not Null; the buffer receives it. While
+  // OnValidate runs, the value being validated.
   bool GetData(TValueBuffer& Buffer, bool NativeFormat = true) const;
   bool GetData(void* Buffer, bool NativeFormat = true) const;
   void SetData(const TValueBuffer& Buffer, bool NativeFormat = true);
   void SetData(const void* Buffer, bool NativeFormat = true);
+  // A field class that serves several data types takes the one of its definition.
   virtual void SetFieldType(TFieldType Value);
   // Runs OnValidate with the value about to be written; raises to refuse it.
   void Validate(const TValueBuffer& Buffer);
@@ -100,6 +188,7 @@ class TField : public TComponent {
   virtual bool IsValidChar(char InputChar) const;
   static bool IsBlob() { return false; }
   virtual bool GetIsBlob() const { return false; }
+  // Refills the lookup cache from the lookup data set (opened for the time it takes).
   void RefreshLookupList();
 
   // Values: each class overrides the accessors its data type supports; the others raise
@@ -108,6 +197,7 @@ class TField : public TComponent {
   virtual void SetAsBCD(const TBcd& Value);
   virtual bool GetAsBoolean() const;
   virtual void SetAsBoolean(bool Value);
+  // The raw buffer (native form) by default.
   virtual TBytes GetAsBytes() const;
   virtual void SetAsBytes(const TBytes& Value);
   virtual Currency GetAsCurrency() const;
@@ -122,6 +212,7 @@ class TField : public TComponent {
   virtual void SetAsInteger(int32_t Value);
   virtual int64_t GetAsLargeInt() const;
   virtual void SetAsLargeInt(int64_t Value);
+  // The class description ("(Blob)", upper case when not Null) unless the class says more.
   virtual String GetAsString() const;
   virtual void SetAsString(const String& Value);
   virtual WideString GetAsWideString() const;
@@ -138,33 +229,37 @@ class TField : public TComponent {
   Variant GetCurValue() const;
   virtual bool GetIsNull() const;
 
-  // Text: DisplayText for showing, EditText for editing; OnGetText and OnSetText take
-  // precedence over the field's own formatting (GetText / SetText).
+  // Text: DisplayText for showing, EditText (the platform's Text) for editing; OnGetText and
+  // OnSetText take precedence over the field's own formatting (GetText / SetText).
   String GetDisplayText() const;
   String GetEditText() const;
   void SetEditText(const String& Value);
 
   // Identity and layout
   TDataSet* GetDataSet() const { return FDataSet; }
+  // Moves the field into the data set's fields (both closed); EDatabaseError for a duplicate
+  // name.
   virtual void SetDataSet(TDataSet* ADataSet);
   const String& GetFieldName() const { return FFieldName; }
   void SetFieldName(const String& Value);
-  // The name with the names of the parent object fields before it, joined by ".".
+  // The name with the names of the parent object fields before it, joined by "."; an array
+  // element ("Parts[2]") follows its array's full name directly.
   String GetFullName() const;
   TFieldType GetDataType() const { return FDataType; }
   TFieldKind GetFieldKind() const { return FFieldKind; }
-  void SetFieldKind(TFieldKind Value);
+  void SetFieldKind(TFieldKind Value);  // closed data set; SInvalidFieldKind where not allowed
   int32_t GetFieldNo() const { return FFieldNo; }
   int32_t GetSize() const { return FSize; }
   void SetSize(int32_t Value);  // checked by CheckTypeSize
-  // The bytes of the field's buffer form.
+  // The bytes of the field's buffer (native form).
   virtual int32_t GetDataSize() const;
   int32_t GetOffset() const { return FOffset; }
-  int GetIndex() const;
+  int GetIndex() const;  // in its field list; -1 in none
   void SetIndex(int Value);
+  TFields* GetFields() const { return FFields; }  // the list the field is in
   TObjectField* GetParentField() const { return FParentField; }
   void SetParentField(TObjectField* AField);
-  bool GetCalculated() const;
+  bool GetCalculated() const { return FFieldKind == fkCalculated; }
   void SetCalculated(bool Value);
   bool GetLookup() const { return FFieldKind == fkLookup; }
   void SetLookup(bool Value);
@@ -173,7 +268,7 @@ class TField : public TComponent {
 
   // Display
   String GetDisplayLabel() const;  // the field name while none is set
-  void SetDisplayLabel(const String& Value);
+  void SetDisplayLabel(const String& Value);  // the field name itself is stored as none
   bool IsDisplayLabelStored() const { return !FDisplayLabel.empty(); }
   String GetDisplayName() const;  // the label, else the field name
   int32_t GetDisplayWidth() const;  // the default width while none is set (0)
@@ -197,18 +292,24 @@ class TField : public TComponent {
   void SetOrigin(const String& Value) { FOrigin = Value; }
 
   // Lookup settings: the value of LookupResultField of the LookupDataSet record whose
-  // LookupKeyFields equal this data set's KeyFields.
+  // LookupKeyFields equal this data set's KeyFields. Changed only while the data set is closed.
   TDataSet* GetLookupDataSet() const { return FLookupDataSet; }
-  void SetLookupDataSet(TDataSet* Value);
+  void SetLookupDataSet(TDataSet* Value);  // SCircularDataLink for the field's own data set
   const String& GetKeyFields() const { return FKeyFields; }
   void SetKeyFields(const String& Value);
   const String& GetLookupKeyFields() const { return FLookupKeyFields; }
   void SetLookupKeyFields(const String& Value);
   const String& GetLookupResultField() const { return FLookupResultField; }
   void SetLookupResultField(const String& Value);
+  // With the cache, lookup values come from a list filled once when the field is bound.
   bool GetLookupCache() const { return FLookupCache; }
   void SetLookupCache(bool Value);
   TLookupList* GetLookupList() const { return FLookupList.get(); }
+
+  // For form files: a field's parent is its object field, else its data set.
+  void SetParentComponent(TComponent* AParent);
+  TComponent* GetParentComponent() const override;
+  bool HasParent() const override { return true; }
 
   // Events
   const TFieldNotifyEvent& GetOnChange() const { return FOnChange; }
@@ -227,10 +328,11 @@ class TField : public TComponent {
   // Raises SInvalidFieldSize when `Value` is not a size this field class allows.
   virtual void CheckTypeSize(int32_t Value) const;
   void Change();  // runs OnChange
-  // The data set tells the field that its record buffer changed this field's value.
+  // The data set tells the field that its value changed in the record buffer (the
+  // deFieldChange of this field): runs OnChange.
   void DataChanged();
-  // Binding to the open data set: lookup fields find their lookup fields, object fields their
-  // children, data-set fields make their nested data set.
+  // Binding to the open data set: lookup fields check their settings (and fill their cache),
+  // object fields bind their children, data-set fields open their nested data set.
   virtual void Bind(bool Binding);
   virtual void FreeBuffers();
   virtual int32_t GetDefaultWidth() const;
@@ -238,18 +340,31 @@ class TField : public TComponent {
   virtual void GetText(String& Text, bool DisplayText) const;
   // Parses an edit text; the base class sets it as the string value.
   virtual void SetText(const String& Value);
+  // deLayoutChange (or deDataSetChange) to the open data set's links.
   void PropertyChanged(bool LayoutAffected);
   void SetDataType(TFieldType Value);
   void SetFieldNo(int32_t Value) { FFieldNo = Value; }
   void SetOffset(int32_t Value) { FOffset = Value; }
+  // "(ClassName)" without the T and the "Field" ending; upper case when not Null.
   virtual String GetClassDesc() const;
   // Sets a value that is not Null.
   virtual void SetVarValue(const Variant& Value);
+  // Writes one value of a plain type (not a string, not an object) through the byte-array
+  // form.
+  template <class T>
+  void SetPlainData(const T& Value, bool NativeFormat = true) {
+    static_assert(std::is_trivially_copyable_v<T>);
+    TValueBuffer Buffer(sizeof(T));
+    std::memcpy(Buffer.data(), &Value, sizeof(T));
+    SetData(Buffer, NativeFormat);
+  }
+  // The lookup value of the current calculation buffer (the data set's CalculateFields).
+  void CalcLookupValue();
+  // SLookupInfoError unless the key fields (and with `All` the lookup data set and its fields)
+  // are set and exist.
+  void ValidateLookupInfo(bool All) const;
 
   void Notification(TComponent* AComponent, TOperation Operation) override;
-  void SetParentComponent(TComponent* AParent);
-  TComponent* GetParentComponent() const override;
-  bool HasParent() const override { return true; }
 
  private:
   friend class TDataSet;
@@ -257,7 +372,15 @@ class TField : public TComponent {
   friend class TFieldDef;
   friend class TObjectField;
 
+  // The value being validated, in `NativeFormat`, copied into `Buffer`.
+  bool ReadPendingValue(void* Buffer, bool NativeFormat) const;
+  // The size of the plain form (the native one for types with a single form).
+  int32_t PlainDataSize() const;
+  Variant GetStateValue(TDataSetState State) const;
+  void SetDataSetOnly(TDataSet* ADataSet) { FDataSet = ADataSet; }
+
   TDataSet* FDataSet = nullptr;
+  TFields* FFields = nullptr;
   String FFieldName;
   TFieldType FDataType = ftUnknown;
   TFieldKind FFieldKind = fkData;
@@ -266,6 +389,7 @@ class TField : public TComponent {
   bool FVisible = true;
   bool FRequired = false;
   bool FValidating = false;
+  bool FValueBufferNative = true;
   bool FLookupCache = false;
   int32_t FSize = 0;
   int32_t FOffset = 0;
@@ -282,7 +406,7 @@ class TField : public TComponent {
   String FLookupResultField;
   std::unique_ptr<TLookupList> FLookupList;
   TObjectField* FParentField = nullptr;
-  // Points at the value being validated, for the As... getters inside OnValidate.
+  // The value being written, for the As... getters inside OnValidate; null writes Null.
   const void* FValueBuffer = nullptr;
   TFieldNotifyEvent FOnChange;
   TFieldNotifyEvent FOnValidate;
@@ -290,12 +414,14 @@ class TField : public TComponent {
   TFieldSetTextEvent FOnSetText;
 };
 
-// The cache of a lookup field: key values to result values.
+// The cache of a lookup field: key values (one, or an array for several key fields) to result
+// values.
 class TLookupList {
  public:
   void Add(const Variant& AKey, const Variant& AValue);
   void Clear();
-  // Unassigned when the key is not cached.
+  int GetCount() const { return static_cast<int>(FList.size()); }
+  // Null when the key is Null or not cached.
   Variant ValueOfKey(const Variant& AKey) const;
 
  private:
@@ -309,6 +435,8 @@ class TStringField : public TField {
   ORV_CLASS(TStringField, TField)
  public:
   explicit TStringField(TComponent* AOwner);  // Size 20
+  // ftFixedChar takes FixedChar; ftGuid and ftString are taken as they are.
+  void SetFieldType(TFieldType Value) override;
   bool GetFixedChar() const { return FFixedChar; }
   void SetFixedChar(bool Value);
   bool GetTransliterate() const { return FTransliterate; }
@@ -317,8 +445,10 @@ class TStringField : public TField {
   bool GetValue(String& Value) const;
   using TField::GetValue;
 
+  // A text beginning with T, t, Y or y is true; true is written "T", false "F".
   bool GetAsBoolean() const override;
   void SetAsBoolean(bool Value) override;
+  // The other kinds parse and write the text as StrToDateTime, StrToFloat, StrToInt do.
   TDateTime GetAsDateTime() const override;
   void SetAsDateTime(TDateTime Value) override;
   double GetAsFloat() const override;
@@ -328,7 +458,7 @@ class TStringField : public TField {
   int64_t GetAsLargeInt() const override;
   void SetAsLargeInt(int64_t Value) override;
   String GetAsString() const override;
-  void SetAsString(const String& Value) override;
+  void SetAsString(const String& Value) override;  // written whole; the data set cuts
   WideString GetAsWideString() const override;
   void SetAsWideString(const WideString& Value) override;
   Variant GetAsVariant() const override;
@@ -337,8 +467,6 @@ class TStringField : public TField {
  protected:
   void CheckTypeSize(int32_t Value) const override;
   int32_t GetDefaultWidth() const override;
-  void GetText(String& Text, bool DisplayText) const override;
-  // Conversions of the stored text to numbers, dates and Booleans follow the platform's.
   void SetVarValue(const Variant& Value) override;
 
  private:
@@ -350,6 +478,7 @@ class TWideStringField : public TStringField {
   ORV_CLASS(TWideStringField, TStringField)
  public:
   explicit TWideStringField(TComponent* AOwner);
+  void SetFieldType(TFieldType Value) override;  // ftFixedWideChar takes FixedChar
   bool GetValue(WideString& Value) const;
   using TField::GetValue;
 
@@ -385,9 +514,15 @@ class TNumericField : public TField {
   void SetDisplayFormat(const String& Value);
   const String& GetEditFormat() const { return FEditFormat; }
   void SetEditFormat(const String& Value);
+  // Digits and signs; the decimal separator and an exponent for fractional kinds.
+  bool IsValidChar(char InputChar) const override;
 
  protected:
-  void RangeError(double Value, double Min, double Max) const;
+  // SFieldRangeError "%g is not a valid value for field '%s'. The allowed range is %g to %g".
+  [[noreturn]] void RangeError(double Value, double Min, double Max) const;
+  // The picture for the text: the display format for showing, else the edit format, and the
+  // display format when no edit format is set.
+  const String& TextFormat(bool DisplayText) const;
 
  private:
   String FDisplayFormat;
@@ -417,12 +552,14 @@ class TIntegerField : public TNumericField {
   int32_t GetDataSize() const override;
 
  protected:
-  void CheckRange(int32_t Value) const;  // SFieldRangeError outside MinValue..MaxValue
+  // SFieldRangeError outside MinValue..MaxValue (when either is set), else outside the range
+  // of the data type.
+  void CheckRange(int64_t Value) const;
   void GetText(String& Text, bool DisplayText) const override;
   void SetVarValue(const Variant& Value) override;
 
-  int32_t FMinRange;
-  int32_t FMaxRange;
+  int32_t FMinRange = INT32_MIN;
+  int32_t FMaxRange = INT32_MAX;
 
  private:
   int32_t FMinValue = 0;
@@ -543,9 +680,12 @@ class TFloatField : public TNumericField {
   int32_t GetDataSize() const override;
 
  protected:
-  void CheckRange(double Value) const;
+  void CheckRange(double Value) const;  // when MinValue or MaxValue is set
+  // Without formats: currency formatting (ffCurrency to show, ffFixed to edit) when Currency,
+  // else ffGeneral with Precision digits.
   void GetText(String& Text, bool DisplayText) const override;
   void SetVarValue(const Variant& Value) override;
+  int32_t FMaxPrecision = 15;
 
  private:
   bool FCurrency = false;
@@ -569,7 +709,7 @@ class TExtendedField : public TFloatField {
 class TSingleField : public TFloatField {
   ORV_CLASS(TSingleField, TFloatField)
  public:
-  explicit TSingleField(TComponent* AOwner);  // Precision 7
+  explicit TSingleField(TComponent* AOwner);  // Precision 7 (and at most 7)
 
   double GetAsFloat() const override;
   void SetAsFloat(double Value) override;
@@ -593,6 +733,7 @@ class TBCDField : public TNumericField {
   bool GetValue(Currency& Value) const;
   using TField::GetValue;
 
+  // Reads and writes the plain form (Currency).
   TBcd GetAsBCD() const override;
   void SetAsBCD(const TBcd& Value) override;
   Currency GetAsCurrency() const override;
@@ -767,6 +908,8 @@ class TSQLTimeStampOffsetField : public TSQLTimeStampField {
   ORV_CLASS(TSQLTimeStampOffsetField, TSQLTimeStampField)
  public:
   explicit TSQLTimeStampOffsetField(TComponent* AOwner);
+  TSQLTimeStampOffset GetAsSQLTimeStampOffset() const;
+  void SetAsSQLTimeStampOffset(const TSQLTimeStampOffset& Value);
 
   TDateTime GetAsDateTime() const override;
   void SetAsDateTime(TDateTime Value) override;
@@ -839,7 +982,12 @@ class TBlobField : public TField {
   void SetModified(bool Value);
   bool GetTransliterate() const { return FTransliterate; }
   void SetTransliterate(bool Value) { FTransliterate = Value; }
+  TBlobDisplayValue GetDisplayValue() const { return FDisplayValue; }
+  void SetDisplayValue(TBlobDisplayValue Value);
+  void SetFieldType(TFieldType Value) override;  // any blob type
 
+  // Values go through the data set's blob stream (CreateBlobStream); a data set that has none
+  // gives them as the Variant of the buffer form.
   TBytes GetAsBytes() const override;
   void SetAsBytes(const TBytes& Value) override;
   String GetAsString() const override;
@@ -852,13 +1000,21 @@ class TBlobField : public TField {
  protected:
   void CheckTypeSize(int32_t Value) const override;
   void FreeBuffers() override;
+  // By DisplayValue: the class description, the text, the text clipped with "..." or the
+  // class description when the text is wider than DisplayWidth (these two only when showing).
   void GetText(String& Text, bool DisplayText) const override;
   void SetVarValue(const Variant& Value) override;
+  int32_t GetDataSize() const override { return sizeof(Variant); }
 
  private:
+  bool IsWideText() const { return GetDataType() == ftWideMemo; }
+  TBytes ReadBlob() const;
+  void WriteBlob(const void* Data, size_t Size);
+
   bool FModified = false;
   bool FTransliterate = true;
   int32_t FModifiedRecord = -1;
+  TBlobDisplayValue FDisplayValue = dvClass;
 };
 
 class TMemoField : public TBlobField {
@@ -950,24 +1106,30 @@ class TObjectField : public TField {
   explicit TObjectField(TComponent* AOwner);
   ~TObjectField() override;
 
-  TFields* GetFields() const { return FFields.get(); }
+  // The sub-fields; a data-set field shows its nested data set's fields here.
+  TFields* GetFields() const { return FFields; }
   int GetFieldCount() const { return FFields->GetCount(); }
   const String& GetObjectType() const { return FObjectType; }
   void SetObjectType(const String& Value) { FObjectType = Value; }
   bool GetUnNamed() const { return FUnNamed; }
+  void SetUnNamed(bool Value) { FUnNamed = Value; }
+  void SetDataSet(TDataSet* ADataSet) override;
 
+  // Null when every sub-field is Null.
+  bool GetIsNull() const override;
+  // The values of the sub-fields as a variant array; set from such an array.
   Variant GetAsVariant() const override;
 
  protected:
   void Bind(bool Binding) override;
-  void SetDataSet(TDataSet* ADataSet) override;
   int32_t GetDefaultWidth() const override;
+  // "(" and the sub-fields' texts, separated by ", ", then ")".
   void GetText(String& Text, bool DisplayText) const override;
-  // The values of the sub-fields as an array; set from an array.
   void SetVarValue(const Variant& Value) override;
   void GetChildren(const TGetChildProc& Proc, TComponent* Root) override;
 
-  std::unique_ptr<TFields> FFields;
+  std::unique_ptr<TFields> FOwnedFields;
+  TFields* FFields;
   String FObjectType;
   bool FUnNamed = false;
 };
@@ -982,6 +1144,9 @@ class TArrayField : public TObjectField {
   ORV_CLASS(TArrayField, TObjectField)
  public:
   explicit TArrayField(TComponent* AOwner);  // Size: number of elements
+
+ protected:
+  void CheckTypeSize(int32_t Value) const override;  // any count
 };
 
 // Holds a nested data set whose records belong to the current record of this field's data set.
@@ -998,17 +1163,21 @@ class TDataSetField : public TObjectField {
   void SetIncludeObjectField(bool Value);
 
   bool GetCanModify() const override;
+  bool GetIsNull() const override;        // no nested data set, or an empty one
   Variant GetAsVariant() const override;  // raises AccessError
 
  protected:
+  // Binding makes the nested data set (when there is none yet) and opens it; unbinding closes
+  // it.
   void Bind(bool Binding) override;
+  void GetText(String& Text, bool DisplayText) const override;  // the class description
   void Notification(TComponent* AComponent, TOperation Operation) override;
 
  private:
   friend class TDataSet;
+  // Called by the nested data set's SetDataSetField: the field shows its fields from now on.
   void AssignNestedDataSet(TDataSet* Value);
-  TDataSet* FOwnedDataSet = nullptr;   // a component owned by this field
-  TDataSet* FNestedDataSet = nullptr;  // the one in use
+  TDataSet* FNestedDataSet = nullptr;
   bool FIncludeObjectField = false;
 };
 
