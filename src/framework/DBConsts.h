@@ -40,13 +40,10 @@ inline constexpr const char* SDataSetUnidirectional = "Operation not allowed on 
 inline constexpr const char* SNestedDataSetClass = "Nested dataset must inherit from %s";
 inline constexpr const char* SFieldSizeMismatch =
     "Size mismatch for field '%s', expecting: %d actual: %d";
-inline constexpr const char* SFieldValueError = "Invalid value for field '%s'";
 inline constexpr const char* SBcdFieldRangeError =
     "%s is not a valid value for field '%s'. The allowed range is %s to %s";
 inline constexpr const char* SNotIndexField = "Field '%s' is not indexed and cannot be modified";
 inline constexpr const char* SRecordChanged = "Record not found or changed by another user";
-inline constexpr const char* STextTrue = "True";
-inline constexpr const char* STextFalse = "False";
 
 // Fields and field definitions.
 inline constexpr const char* STextTrue = "True";
