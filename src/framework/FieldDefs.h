@@ -51,6 +51,8 @@ class TDefCollection : public TOwnedCollection {
   void SetItemName(TCollectionItem* item) override;
   // Runs `rebuild` once when not up to date, inside one update, and marks them up to date.
   void UpdateDefs(const std::function<void()>& rebuild);
+  // Gives an item without a name the first free name `prefix` and a number.
+  void NameItem(TNamedItem* item, const String& prefix);
   bool InternalUpdating() const { return FInternalUpdateCount > 0; }
   int FInternalUpdateCount = 0;
 

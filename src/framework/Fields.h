@@ -140,6 +140,7 @@ class TFields : public TObject {
   virtual void Changed();
 
  private:
+  friend class TField;
   friend class TObjectField;
 
   struct TNameHash {
@@ -149,6 +150,7 @@ class TFields : public TObject {
     bool operator()(const String& A, const String& B) const noexcept;
   };
   void RebuildIndex() const;
+  void FreeFields();
 
   TDataSet* FDataSet;
   TObjectField* FParentField = nullptr;
@@ -163,7 +165,8 @@ class TField : public TComponent {
   ORV_CLASS(TField, TComponent)
  public:
   explicit TField(TComponent* AOwner);
-  // Closes the data set (fields change only while it is closed) and leaves its field list.
+  // A field freed on its own closes its data set (fields change only while it is closed) and
+  // leaves its field list; one freed by its list (TFields::Clear) just goes.
   ~TField() override;
 
   // From another field: its value; from null: Clear.
@@ -256,7 +259,6 @@ class TField : public TComponent {
   int32_t GetOffset() const { return FOffset; }
   int GetIndex() const;  // in its field list; -1 in none
   void SetIndex(int Value);
-  TFields* GetFields() const { return FFields; }  // the list the field is in
   TObjectField* GetParentField() const { return FParentField; }
   void SetParentField(TObjectField* AField);
   bool GetCalculated() const { return FFieldKind == fkCalculated; }
@@ -331,8 +333,9 @@ class TField : public TComponent {
   // The data set tells the field that its value changed in the record buffer (the
   // deFieldChange of this field): runs OnChange.
   void DataChanged();
-  // Binding to the open data set: lookup fields check their settings (and fill their cache),
-  // object fields bind their children, data-set fields open their nested data set.
+  // Binding to the open data set (the data set binds every field of its flat field list, sub-
+  // fields included): lookup fields check their settings and fill their cache, data-set fields
+  // make and open their nested data set.
   virtual void Bind(bool Binding);
   virtual void FreeBuffers();
   virtual int32_t GetDefaultWidth() const;
@@ -358,8 +361,6 @@ class TField : public TComponent {
     std::memcpy(Buffer.data(), &Value, sizeof(T));
     SetData(Buffer, NativeFormat);
   }
-  // The lookup value of the current calculation buffer (the data set's CalculateFields).
-  void CalcLookupValue();
   // SLookupInfoError unless the key fields (and with `All` the lookup data set and its fields)
   // are set and exist.
   void ValidateLookupInfo(bool All) const;
@@ -377,6 +378,7 @@ class TField : public TComponent {
   // The size of the plain form (the native one for types with a single form).
   int32_t PlainDataSize() const;
   Variant GetStateValue(TDataSetState State) const;
+  void FillLookupList();
   void SetDataSetOnly(TDataSet* ADataSet) { FDataSet = ADataSet; }
 
   TDataSet* FDataSet = nullptr;
@@ -859,6 +861,8 @@ class TDateTimeField : public TField {
   void SetVarValue(const Variant& Value) override;
 
  private:
+  void GetTextOf(TDateTime Value, String& Text, bool DisplayText) const;
+
   String FDisplayFormat;
 };
 
@@ -1128,6 +1132,11 @@ class TObjectField : public TField {
   void SetVarValue(const Variant& Value) override;
   void GetChildren(const TGetChildProc& Proc, TComponent* Root) override;
 
+ private:
+  friend class TField;
+  void SpreadDataSet(TDataSet* ADataSet);
+
+ protected:
   std::unique_ptr<TFields> FOwnedFields;
   TFields* FFields;
   String FObjectType;
