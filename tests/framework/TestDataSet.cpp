@@ -77,7 +77,7 @@ void TTestDataSet::AttachTable() {
   FOwnTable->Rows.clear();
   FTable = FOwnTable.get();
   TDataSet* parent = field->GetDataSet();
-  if (!parent->GetActive() || parent->IsEmpty() || parent->GetState() == dsInsert) return;
+  if (!parent->IsCursorOpen() || parent->IsEmpty() || parent->GetState() == dsInsert) return;
   const TFieldDef* def = parent->GetFieldDefList()->Find(field->GetFullName());
   const int column = parent->GetFieldDefList()->IndexOfObject(const_cast<TFieldDef*>(def));
   auto* owner = dynamic_cast<TTestDataSet*>(parent);
