@@ -15,7 +15,8 @@ TTestTable* TTestTable::AddNested() {
   return FNested.back().get();
 }
 
-TTestDataSet::TTestDataSet(TComponent* AOwner) : TDataSet(AOwner) {}
+// Object fields (and data-set fields) are fields of their own, with their sub-fields inside.
+TTestDataSet::TTestDataSet(TComponent* AOwner) : TDataSet(AOwner) { SetObjectView(true); }
 
 // Only this class can still close itself: its InternalClose and FreeRecordBuffer are gone once
 // the base destructor runs.
@@ -77,7 +78,7 @@ void TTestDataSet::AttachTable() {
   FOwnTable->Rows.clear();
   FTable = FOwnTable.get();
   TDataSet* parent = field->GetDataSet();
-  if (!parent->GetActive() || parent->IsEmpty() || parent->GetState() == dsInsert) return;
+  if (!parent->IsCursorOpen() || parent->IsEmpty() || parent->GetState() == dsInsert) return;
   const TFieldDef* def = parent->GetFieldDefList()->Find(field->GetFullName());
   const int column = parent->GetFieldDefList()->IndexOfObject(const_cast<TFieldDef*>(def));
   auto* owner = dynamic_cast<TTestDataSet*>(parent);
