@@ -249,9 +249,12 @@ void TDataSet::DataEvent(TDataEvent Event, intptr_t Info) {
   bool notifySources = !(ControlsDisabled() || FState == dsBlockRead);
   switch (Event) {
     case deFieldChange: {
-      TFieldKind kind = reinterpret_cast<TField*>(Info)->GetFieldKind();
-      if (kind == fkData || kind == fkInternalCalc) SetModified(true);
+      // The record's calculated values follow first, so that OnChange and the links see them.
+      auto* field = reinterpret_cast<TField*>(Info);
+      if (field->GetFieldKind() == fkData || field->GetFieldKind() == fkInternalCalc)
+        SetModified(true);
       UpdateCalcFields();
+      field->DataChanged();
       break;
     }
     case deFieldListChange:
@@ -332,7 +335,8 @@ void TDataSet::RemoveDataSource(TDataSource* DataSource) {
   DataSource->FDataSet = nullptr;
   std::erase(FDataSources, DataSource);
   DataSource->UpdateState();
-  UpdateBufferCount();
+  // A data set being destroyed is closed and has no descendant left to ask.
+  if (!FComponentState.Contains(csDestroying)) UpdateBufferCount();
 }
 
 // ---------------------------------------------------------------------------------------------

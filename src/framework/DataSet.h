@@ -145,6 +145,9 @@ class TDataSet : public TComponent {
   virtual Variant Lookup(const String& KeyFields, const Variant& KeyValues,
                          const String& ResultFields);                                 // *
 
+  // At design time persistent fields named after the data set follow a rename.
+  void SetName(const String& NewName) override;
+
   // --- Opening and closing
   void Open();
   void Close();
@@ -308,7 +311,6 @@ class TDataSet : public TComponent {
   void CalculateFields(TRecordBuffer Buffer);
   void Loaded() override;
   void Notification(TComponent* AComponent, TOperation Operation) override;
-  void SetName(const String& NewName) override;
   // Raises the error events' actions: daFail raises, daAbort aborts silently, daRetry repeats.
   void CheckOperation(const std::function<void()>& Operation, const TDataSetErrorEvent& ErrorEvent);
   bool BookmarkAvailable();

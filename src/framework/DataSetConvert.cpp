@@ -31,20 +31,6 @@ size_t NativeSize(const TField* field) {
   }
 }
 
-// Buffers of these types hold a constructed object, which is copied as an object, never as bytes.
-enum class TObjectForm { None, Variant, Interface, Dispatch };
-
-TObjectForm ObjectFormOf(TFieldType type) {
-  switch (type) {
-    case ftBlob: case ftMemo: case ftGraphic: case ftFmtMemo: case ftParadoxOle: case ftDBaseOle:
-    case ftTypedBinary: case ftOraBlob: case ftOraClob: case ftWideMemo: case ftVariant:
-      return TObjectForm::Variant;
-    case ftInterface: return TObjectForm::Interface;
-    case ftIDispatch: return TObjectForm::Dispatch;
-    default: return TObjectForm::None;
-  }
-}
-
 // The native buffer of one conversion: on the stack for dates and decimals, in the heap only for
 // byte values.
 class TNativeBuffer {
@@ -129,17 +115,17 @@ Variant NativeToBytes(const TField* field, const uint8_t* source) {
 }
 
 void CopyValue(const TField* field, const void* source, void* dest) {
-  switch (ObjectFormOf(field->GetDataType())) {
-    case TObjectForm::Variant:
+  switch (BufferObjectOf(field->GetDataType())) {
+    case TBufferObject::Variant:
       *static_cast<Variant*>(dest) = *static_cast<const Variant*>(source);
       break;
-    case TObjectForm::Interface:
+    case TBufferObject::Interface:
       *static_cast<IInterfacePtr*>(dest) = *static_cast<const IInterfacePtr*>(source);
       break;
-    case TObjectForm::Dispatch:
+    case TBufferObject::Dispatch:
       *static_cast<IDispatchPtr*>(dest) = *static_cast<const IDispatchPtr*>(source);
       break;
-    case TObjectForm::None:
+    case TBufferObject::None:
       std::memmove(dest, source, static_cast<size_t>(field->GetDataSize()));
       break;
   }
@@ -189,17 +175,16 @@ void TDataSet::DataConvert(TField* Field, const void* Source, void* Dest, bool T
   }
 }
 
-// The byte-array form: a native destination too small is made large enough; a plain byte value
-// or an object type needs a buffer holding a constructed object already.
+// The byte-array form. A destination of plain bytes too small is made large enough; one that
+// holds an object (a TValueBufferObject) is used as it is.
 void TDataSet::DataConvert(TField* Field, const TValueBuffer& Source, TValueBuffer& Dest,
                            bool ToNative) {
   const TFieldType type = Field->GetDataType();
-  size_t needed = 0;
-  if (ToNative && HasNativeForm(type))
-    needed = NativeSize(Field);
-  else if (ObjectFormOf(type) == TObjectForm::None && type != ftBytes && type != ftVarBytes)
-    needed = HasNativeForm(type) ? sizeof(double) : static_cast<size_t>(Field->GetDataSize());
-  if (Dest.size() < needed) Dest.resize(needed);
+  if (BufferObjectOf(type, ToNative) == TBufferObject::None) {
+    size_t needed = static_cast<size_t>(Field->GetDataSize());
+    if (HasNativeForm(type)) needed = ToNative ? NativeSize(Field) : sizeof(double);
+    if (Dest.size() < needed) Dest.resize(needed);
+  }
   DataConvert(Field, Source.data(), Dest.data(), ToNative);
 }
 

@@ -198,7 +198,8 @@ void TDataSet::CalculateFields(TRecordBuffer Buffer) {
 // A key that finds nothing leaves the field Null, as ClearCalcFields made it.
 void TDataSet::CalcLookupValue(TField* Field) {
   Variant value;
-  if (Field->GetLookupCache() && Field->GetLookupList()) {
+  if (Field->GetLookupCache()) {
+    if (!Field->GetLookupList()) return;
     value = Field->GetLookupList()->ValueOfKey(GetFieldValues(Field->GetKeyFields()));
   } else {
     TDataSet* lookupDataSet = Field->GetLookupDataSet();

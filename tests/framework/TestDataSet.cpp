@@ -15,7 +15,8 @@ TTestTable* TTestTable::AddNested() {
   return FNested.back().get();
 }
 
-TTestDataSet::TTestDataSet(TComponent* AOwner) : TDataSet(AOwner) {}
+// Object fields (and data-set fields) are fields of their own, with their sub-fields inside.
+TTestDataSet::TTestDataSet(TComponent* AOwner) : TDataSet(AOwner) { SetObjectView(true); }
 
 // Only this class can still close itself: its InternalClose and FreeRecordBuffer are gone once
 // the base destructor runs.
