@@ -79,6 +79,28 @@ TClass DefaultFieldClass(TFieldType Type) {
   }
 }
 
+void RegisterFieldClasses() {
+  RegisterClasses({TStringField::StaticClass(), TWideStringField::StaticClass(),
+                   TGuidField::StaticClass(), TIntegerField::StaticClass(),
+                   TSmallintField::StaticClass(), TShortintField::StaticClass(),
+                   TWordField::StaticClass(), TByteField::StaticClass(),
+                   TAutoIncField::StaticClass(), TLongWordField::StaticClass(),
+                   TLargeintField::StaticClass(), TFloatField::StaticClass(),
+                   TCurrencyField::StaticClass(), TExtendedField::StaticClass(),
+                   TSingleField::StaticClass(), TBCDField::StaticClass(),
+                   TFMTBCDField::StaticClass(), TBooleanField::StaticClass(),
+                   TDateTimeField::StaticClass(), TDateField::StaticClass(),
+                   TTimeField::StaticClass(), TSQLTimeStampField::StaticClass(),
+                   TSQLTimeStampOffsetField::StaticClass(), TBytesField::StaticClass(),
+                   TVarBytesField::StaticClass(), TBlobField::StaticClass(),
+                   TMemoField::StaticClass(), TWideMemoField::StaticClass(),
+                   TGraphicField::StaticClass(), TVariantField::StaticClass(),
+                   TInterfaceField::StaticClass(), TIDispatchField::StaticClass(),
+                   TADTField::StaticClass(), TArrayField::StaticClass(),
+                   TDataSetField::StaticClass(), TReferenceField::StaticClass(),
+                   TFieldDef::StaticClass(), TFieldDefs::StaticClass()});
+}
+
 TBufferObject BufferObjectOf(TFieldType Type, bool NativeFormat) {
   if (Type == ftVariant || IsBlobType(Type)) return TBufferObject::Variant;
   if (Type == ftInterface) return TBufferObject::Interface;

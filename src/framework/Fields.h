@@ -361,10 +361,6 @@ class TField : public TComponent {
     std::memcpy(Buffer.data(), &Value, sizeof(T));
     SetData(Buffer, NativeFormat);
   }
-  // The lookup value of the record being calculated (the data set's CalculateFields): from the
-  // cache when the field keeps one, else from an open lookup data set; Null when the key finds
-  // nothing.
-  void CalcLookupValue();
   // SLookupInfoError unless the key fields (and with `All` the lookup data set and its fields)
   // are set and exist.
   void ValidateLookupInfo(bool All) const;
@@ -1202,5 +1198,8 @@ class TReferenceField : public TDataSetField {
 
 // The field class of a data type; null for a type without one.
 TClass DefaultFieldClass(TFieldType Type);
+// Registers every field class (and the field definition classes) with the class registry, so
+// that form files can make persistent fields by class name.
+void RegisterFieldClasses();
 
 }  // namespace orv

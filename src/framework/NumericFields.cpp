@@ -13,6 +13,7 @@ ORV_PUBLISH(TNumericField) {
       .Default(taRightJustify);
   p.Property("DisplayFormat", &TNumericField::GetDisplayFormat, &TNumericField::SetDisplayFormat);
   p.Property("EditFormat", &TNumericField::GetEditFormat, &TNumericField::SetEditFormat);
+  p.Property("EditMask", &TNumericField::GetEditMask, &TNumericField::SetEditMask);
 }
 ORV_PUBLISH(TIntegerField) {
   p.Property("MaxValue", &TIntegerField::GetMaxValue, &TIntegerField::SetMaxValue).Default(0);

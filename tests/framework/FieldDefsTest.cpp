@@ -194,7 +194,7 @@ TEST(FieldLists, RebuiltOnDemandAndASubclassKeepsItsOwnIndex) {
 
 TEST(FieldLists, FieldsByNameFollowRenamesOrderAndFreeing) {
   auto dataSet = MakeDataSet({{"ID", ftInteger}, {"\xC3\x84rger", ftString}});  // "Ärger"
-  static_cast<TComponent*>(dataSet.get())->SetName("Trouble");
+  dataSet->SetName("Trouble");
   for (int i = 0; i < dataSet->GetFieldDefs()->GetCount(); ++i)
     dataSet->GetFieldDefs()->GetItem(i)->CreateField(dataSet.get());
   TFields* fields = dataSet->GetFields();
@@ -259,6 +259,8 @@ TEST(FieldProperties, PublishedForFormFilesWithTheirDefaults) {
   EXPECT_EQ(GetEnumProp(&graphic, "BlobType"), "ftGraphic");
   EXPECT_TRUE(IsDefaultPropValue(&graphic, FindPropInfo(&graphic, "BlobType")));
   ExpectMessage([&] { SetOrdProp(&text, "Size", -1); }, "Invalid field size");
+  RegisterFieldClasses();  // form files make fields by class name
+  EXPECT_EQ(GetClass("tfmtbcdfield"), TFMTBCDField::StaticClass());
   EXPECT_EQ(String(FieldTypeName(ftFMTBcd)), "FMTBcd");
   EXPECT_EQ(DefaultFieldClass(ftOraClob), TMemoField::StaticClass());
   EXPECT_EQ(DefaultFieldClass(ftCursor), nullptr);

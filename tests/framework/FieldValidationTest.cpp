@@ -24,9 +24,12 @@ TEST(FieldValidation, OnValidateSeesThePendingValueAndARefusalKeepsTheOldOne) {
 
   dataSet->Edit();
   TField* name = dataSet->FieldByName("Name");
+  std::vector<String> changes;
+  name->SetOnChange([&](TField* sender) { changes.push_back(sender->GetAsString()); });
   name->SetAsString("Bobby");  // read back as the data set will keep it: 4 bytes
   ExpectMessage([&] { name->SetAsString("bad"); }, "refused");
   EXPECT_EQ(name->GetAsString(), "Bobb");
+  EXPECT_EQ(changes, std::vector<String>{"Bobb"});  // OnChange follows an accepted write only
   dataSet->FieldByName("Born")->SetAsString("2001-02-03");  // written in its plain form
   dataSet->FieldByName("Price")->SetAsCurrency(Currency::FromRaw(12345));
   ExpectMessage([&] { dataSet->FieldByName("Any")->SetAsString("bad"); }, "refused");
@@ -49,7 +52,7 @@ TEST(FieldValidation, FieldsWithoutADataSetOrOutsideEditingRefuseToWrite) {
   ExpectMessage([&] { loose.GetAsInteger(); }, "Field 'Loose' has no dataset");
 
   auto dataSet = MakeDataSet({{"ID", ftInteger}}, {{1}});
-  static_cast<TComponent*>(dataSet.get())->SetName("People");  // TDataSet hides SetName
+  dataSet->SetName("People");
   dataSet->Open();
   ExpectMessage([&] { dataSet->FieldByName("ID")->SetAsInteger(2); },
                 "People: Dataset not in edit or insert mode");
