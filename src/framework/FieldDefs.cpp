@@ -69,6 +69,7 @@ void TDefCollection::GetItemNames(TStrings* List) const {
 // A change made from outside (not while the data set rebuilds the definitions) leaves them out
 // of date; a form being read changes nothing yet.
 void TDefCollection::Update(TCollectionItem*) {
+  ++FChangeCount;
   if (FDataSet && FDataSet->GetComponentState().Contains(csLoading)) return;
   if (FOnUpdate) FOnUpdate(this);
   if (FInternalUpdateCount == 0) FUpdated = false;
@@ -302,6 +303,10 @@ void TFieldDefs::Update() {
 
 void TFieldDefs::Update(TCollectionItem* item) {
   TDefCollection::Update(item);
+  if (TFieldDefs* parentDefs = FParentDef ? FParentDef->GetFieldDefs() : nullptr) {
+    if (parentDefs->GetUpdateCount() == 0) parentDefs->Update(FParentDef);
+    return;
+  }
   TDataSet* dataSet = GetDataSet();
   if (dataSet && !InternalUpdating() && !dataSet->GetComponentState().Contains(csLoading))
     dataSet->DefChanged(this);

@@ -44,6 +44,9 @@ class TDefCollection : public TOwnedCollection {
   void SetUpdated(bool value) { FUpdated = value; }
   const TNotifyEvent& GetOnUpdate() const { return FOnUpdate; }
   void SetOnUpdate(TNotifyEvent value) { FOnUpdate = std::move(value); }
+  // Counts every change (a child definition's too), so that a list made from the definitions
+  // knows whether it still matches them.
+  uint64_t GetChangeCount() const { return FChangeCount; }
 
  protected:
   void Update(TCollectionItem* item) override;
@@ -59,6 +62,7 @@ class TDefCollection : public TOwnedCollection {
  private:
   TDataSet* FDataSet;
   bool FUpdated = false;
+  uint64_t FChangeCount = 0;
   TNotifyEvent FOnUpdate;
 };
 
@@ -138,7 +142,9 @@ class TFieldDefs : public TDefCollection {
   void SetHiddenFields(bool value) { FHiddenFields = value; }
 
  protected:
-  // Also tells the data set (DefChanged) of a change made from outside.
+  // A change of child definitions is a change of their parent definition; a change made from
+  // outside (not while the data set rebuilds the definitions) is told to the data set
+  // (DefChanged).
   void Update(TCollectionItem* item) override;
   void SetItemName(TCollectionItem* item) override;
 
@@ -196,7 +202,7 @@ class TFlatList : public TStringList {
 };
 
 // Every field definition of a data set, children included, by full name ("Address.City"). Out
-// of date also while the data set's definitions are.
+// of date also once the definitions changed, and while an open data set's definitions are.
 class TFieldDefList : public TFlatList {
   ORV_CLASS(TFieldDefList, TFlatList)
  public:
@@ -208,6 +214,9 @@ class TFieldDefList : public TFlatList {
 
  protected:
   void UpdateList() override;
+
+ private:
+  uint64_t FDefsChangeCount = 0;  // the definitions' change count the list was made from
 };
 
 // Every field of a data set, sub-fields of ADT and array fields included, by full name. A data

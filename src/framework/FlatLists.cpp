@@ -95,7 +95,11 @@ void TFlatList::Changing() {
 
 bool TFieldDefList::GetUpdated() const {
   TDataSet* dataSet = GetDataSet();
-  return FUpdated && (!dataSet || dataSet->GetFieldDefs()->GetUpdated());
+  if (!FUpdated || !dataSet) return FUpdated;
+  const TFieldDefs* defs = dataSet->GetFieldDefs();
+  if (defs->GetChangeCount() != FDefsChangeCount) return false;
+  // An open data set brings its definitions up to date first (UpdateList).
+  return defs->GetUpdated() || !dataSet->GetActive();
 }
 
 namespace {
@@ -140,6 +144,7 @@ void TFieldDefList::UpdateList() {
   if (!dataSet) return;
   if (dataSet->GetActive()) dataSet->GetFieldDefs()->Update();
   AddFieldDefs(*this, String(), dataSet->GetFieldDefs());
+  FDefsChangeCount = dataSet->GetFieldDefs()->GetChangeCount();
 }
 
 TFieldDef* TFieldDefList::Find(const String& Name) const {

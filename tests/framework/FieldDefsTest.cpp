@@ -152,6 +152,12 @@ TEST(FieldDefs, UpToDateFlagAndTheFlatDefinitionList) {
                                                           "Parts[1]", "Parts[1].No"}));
   EXPECT_EQ(list->FieldByName("parts[1].NO"), parts->GetChildDefs()->GetItem(0)->GetChildDefs()->GetItem(0));
   EXPECT_EQ(list->Find("Parts.No"), nullptr);
+  // A child's change is its parent's: the list follows it and the data set hears of it.
+  const int changes = dataSet.ChangeCount;
+  parts->GetChildDefs()->GetItem(0)->GetChildDefs()->GetItem(0)->SetName("Num");
+  EXPECT_EQ(dataSet.ChangeCount, changes + 1);
+  EXPECT_NE(list->Find("Parts[1].Num"), nullptr);
+  EXPECT_EQ(list->IndexOf("Parts[0].No"), -1);
   ExpectMessage([&] { list->FieldByName("Other"); }, "Field 'Other' not found");
   ExpectMessage([&] { list->Add("Sneaked in"); },
                 "Cannot modify a flat list of fields or definitions");
