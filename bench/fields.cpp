@@ -15,7 +15,7 @@ using orv::String;
 
 struct TNamedFields {
   orv::TFields Fields{nullptr};
-  std::vector<String> Names;   // as the fields carry them
+  std::vector<String> Names;    // as the fields carry them
   std::vector<String> Lookups;  // the same in upper case
 
   explicit TNamedFields(int count) {
@@ -52,7 +52,8 @@ void LocaleScanFindField(benchmark::State& state) {
 void ExactHashMapFloor(benchmark::State& state) {
   TNamedFields named(static_cast<int>(state.range(0)));
   std::unordered_map<String, orv::TField*> map;
-  for (int i = 0; i < named.Fields.GetCount(); ++i) map.emplace(named.Lookups[i], named.Fields.GetField(i));
+  for (int i = 0; i < named.Fields.GetCount(); ++i)
+    map.emplace(named.Lookups[i], named.Fields.GetField(i));
   for (auto _ : state)
     for (const String& name : named.Lookups) benchmark::DoNotOptimize(map.find(name)->second);
   state.SetItemsProcessed(state.iterations() * state.range(0));

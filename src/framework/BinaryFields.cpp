@@ -21,7 +21,9 @@ TVarBytesField::TVarBytesField(TComponent* AOwner) : TBinaryField(AOwner) {
 }
 
 int32_t TBytesField::GetDataSize() const { return GetSize(); }
-int32_t TVarBytesField::GetDataSize() const { return GetSize() + static_cast<int32_t>(sizeof(uint16_t)); }
+int32_t TVarBytesField::GetDataSize() const {
+  return GetSize() + static_cast<int32_t>(sizeof(uint16_t));
+}
 
 void TBinaryField::CheckTypeSize(int32_t Value) const {
   if (Value < 0) DatabaseError(SInvalidFieldSize);
@@ -56,7 +58,9 @@ String TBinaryField::GetAsString() const {
   return String(bytes.begin(), bytes.end());
 }
 
-void TBinaryField::SetAsString(const String& Value) { SetAsBytes(TBytes(Value.begin(), Value.end())); }
+void TBinaryField::SetAsString(const String& Value) {
+  SetAsBytes(TBytes(Value.begin(), Value.end()));
+}
 
 Variant TBinaryField::GetAsVariant() const {
   if (GetIsNull()) return Null();
@@ -67,8 +71,7 @@ Variant TBinaryField::GetAsVariant() const {
 void TBinaryField::SetVarValue(const Variant& Value) {
   const bool byteArray = VarIsArray(Value) && VarArrayDimCount(Value) == 1 &&
                          (VarType(Value) & varTypeMask) == varByte;
-  if (!byteArray ||
-      VarArrayHighBound(Value, 1) - VarArrayLowBound(Value, 1) + 1 > GetSize())
+  if (!byteArray || VarArrayHighBound(Value, 1) - VarArrayLowBound(Value, 1) + 1 > GetSize())
     DatabaseErrorFmt(SInvalidVarByteArray, {GetDisplayName()});
   SetAsBytes(VarToBytes(Value));
 }

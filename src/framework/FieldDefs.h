@@ -207,8 +207,8 @@ class TFieldDefList : public TFlatList {
   ORV_CLASS(TFieldDefList, TFlatList)
  public:
   using TFlatList::TFlatList;
-  TFieldDef* Find(const String& Name) const;          // null when missing
-  TFieldDef* FieldByName(const String& Name) const;   // raises when missing
+  TFieldDef* Find(const String& Name) const;         // null when missing
+  TFieldDef* FieldByName(const String& Name) const;  // raises when missing
   TFieldDef* GetFieldDef(int Index) const;
   bool GetUpdated() const override;
 

@@ -22,7 +22,9 @@ bool SameKey(const Variant& a, const Variant& b) {
 // ---------------------------------------------------------------------------------------------
 // TLookupList
 
-void TLookupList::Add(const Variant& AKey, const Variant& AValue) { FList.emplace_back(AKey, AValue); }
+void TLookupList::Add(const Variant& AKey, const Variant& AValue) {
+  FList.emplace_back(AKey, AValue);
+}
 
 void TLookupList::Clear() { FList.clear(); }
 

@@ -12,15 +12,15 @@ constexpr size_t FieldTypeCount = static_cast<size_t>(ftSingle) + 1;
 
 // In the order of TFieldType.
 constexpr std::array<const char*, FieldTypeCount> FieldTypeNames = {
-    "Unknown",   "String",       "SmallInt",    "Integer",    "Word",      "Boolean",
-    "Float",     "Currency",     "BCD",         "Date",       "Time",      "DateTime",
-    "Bytes",     "VarBytes",     "AutoInc",     "Blob",       "Memo",      "Graphic",
-    "FmtMemo",   "ParadoxOle",   "DBaseOle",    "TypedBinary", "Cursor",   "FixedChar",
-    "WideString", "LargeInt",    "ADT",         "Array",      "Reference", "DataSet",
-    "OraBlob",   "OraClob",      "Variant",     "Interface",  "IDispatch", "Guid",
-    "TimeStamp", "FMTBcd",       "FixedWideChar", "WideMemo", "OraTimeStamp", "OraInterval",
-    "LongWord",  "ShortInt",     "Byte",        "Extended",   "Connection", "Params",
-    "Stream",    "TimeStampOffset", "Object",   "Single"};
+    "Unknown",    "String",          "SmallInt",      "Integer",     "Word",         "Boolean",
+    "Float",      "Currency",        "BCD",           "Date",        "Time",         "DateTime",
+    "Bytes",      "VarBytes",        "AutoInc",       "Blob",        "Memo",         "Graphic",
+    "FmtMemo",    "ParadoxOle",      "DBaseOle",      "TypedBinary", "Cursor",       "FixedChar",
+    "WideString", "LargeInt",        "ADT",           "Array",       "Reference",    "DataSet",
+    "OraBlob",    "OraClob",         "Variant",       "Interface",   "IDispatch",    "Guid",
+    "TimeStamp",  "FMTBcd",          "FixedWideChar", "WideMemo",    "OraTimeStamp", "OraInterval",
+    "LongWord",   "ShortInt",        "Byte",          "Extended",    "Connection",   "Params",
+    "Stream",     "TimeStampOffset", "Object",        "Single"};
 
 bool IsBlobType(TFieldType type) {
   return (type >= ftBlob && type <= ftTypedBinary) || type == ftOraBlob || type == ftOraClob ||
@@ -79,26 +79,11 @@ TClass DefaultFieldClass(TFieldType Type) {
   }
 }
 
+// Every field class is the default class of some data type.
 void RegisterFieldClasses() {
-  RegisterClasses({TStringField::StaticClass(), TWideStringField::StaticClass(),
-                   TGuidField::StaticClass(), TIntegerField::StaticClass(),
-                   TSmallintField::StaticClass(), TShortintField::StaticClass(),
-                   TWordField::StaticClass(), TByteField::StaticClass(),
-                   TAutoIncField::StaticClass(), TLongWordField::StaticClass(),
-                   TLargeintField::StaticClass(), TFloatField::StaticClass(),
-                   TCurrencyField::StaticClass(), TExtendedField::StaticClass(),
-                   TSingleField::StaticClass(), TBCDField::StaticClass(),
-                   TFMTBCDField::StaticClass(), TBooleanField::StaticClass(),
-                   TDateTimeField::StaticClass(), TDateField::StaticClass(),
-                   TTimeField::StaticClass(), TSQLTimeStampField::StaticClass(),
-                   TSQLTimeStampOffsetField::StaticClass(), TBytesField::StaticClass(),
-                   TVarBytesField::StaticClass(), TBlobField::StaticClass(),
-                   TMemoField::StaticClass(), TWideMemoField::StaticClass(),
-                   TGraphicField::StaticClass(), TVariantField::StaticClass(),
-                   TInterfaceField::StaticClass(), TIDispatchField::StaticClass(),
-                   TADTField::StaticClass(), TArrayField::StaticClass(),
-                   TDataSetField::StaticClass(), TReferenceField::StaticClass(),
-                   TFieldDef::StaticClass(), TFieldDefs::StaticClass()});
+  for (size_t type = 0; type < FieldTypeCount; ++type)
+    RegisterClass(DefaultFieldClass(static_cast<TFieldType>(type)));
+  RegisterClasses({TFieldDef::StaticClass(), TFieldDefs::StaticClass()});
 }
 
 TBufferObject BufferObjectOf(TFieldType Type, bool NativeFormat) {

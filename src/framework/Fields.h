@@ -76,7 +76,9 @@ class TValueBufferObject {
 
  public:
   TValueBufferObject() : FBuffer(sizeof(T)) { ::new (FBuffer.data()) T(); }
-  explicit TValueBufferObject(const T& Value) : FBuffer(sizeof(T)) { ::new (FBuffer.data()) T(Value); }
+  explicit TValueBufferObject(const T& Value) : FBuffer(sizeof(T)) {
+    ::new (FBuffer.data()) T(Value);
+  }
   TValueBufferObject(const TValueBufferObject&) = delete;
   TValueBufferObject& operator=(const TValueBufferObject&) = delete;
   ~TValueBufferObject() { Get().~T(); }
@@ -119,7 +121,7 @@ class TFields : public TObject {
   void CheckFieldName(const String& FieldName) const;
   // Raises SFieldNotFound for a name in a ";" list that is not a field.
   void CheckFieldNames(const String& FieldNames) const;
-  TField* FindField(const String& FieldName) const;   // compared without case; null if missing
+  TField* FindField(const String& FieldName) const;    // compared without case; null if missing
   TField* FieldByName(const String& FieldName) const;  // raises SFieldNotFound with the data set
   TField* FieldByNumber(int32_t FieldNo) const;
   void GetFieldNames(TStrings* List) const;
@@ -269,10 +271,10 @@ class TField : public TComponent {
   virtual bool GetCanModify() const;
 
   // Display
-  String GetDisplayLabel() const;  // the field name while none is set
+  String GetDisplayLabel() const;             // the field name while none is set
   void SetDisplayLabel(const String& Value);  // the field name itself is stored as none
   bool IsDisplayLabelStored() const { return !FDisplayLabel.empty(); }
-  String GetDisplayName() const;  // the label, else the field name
+  String GetDisplayName() const;    // the label, else the field name
   int32_t GetDisplayWidth() const;  // the default width while none is set (0)
   void SetDisplayWidth(int32_t Value);
   bool IsDisplayWidthStored() const { return FDisplayWidth > 0; }

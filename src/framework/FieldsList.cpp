@@ -34,7 +34,8 @@ uint64_t Chunk(const String& name, size_t index) {
     std::memcpy(&chunk, bytes, 8);
     return chunk;
   }
-  for (size_t i = 0; i < count; ++i) chunk |= uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+  for (size_t i = 0; i < count; ++i)
+    chunk |= uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
   return chunk;
 }
 

@@ -21,7 +21,8 @@ bool IsNestedType(TFieldType type) { return type == ftDataSet || type == ftRefer
 }  // namespace
 
 String JoinFullName(const String& ParentFullName, const String& ParentName, const String& Name) {
-  const bool element = Name.size() > ParentName.size() && Name.compare(0, ParentName.size(), ParentName) == 0 &&
+  const bool element = Name.size() > ParentName.size() &&
+                       Name.compare(0, ParentName.size(), ParentName) == 0 &&
                        Name[ParentName.size()] == '[';
   if (element) return ParentFullName + Name.substr(ParentName.size());
   return ParentFullName + "." + Name;
@@ -166,7 +167,9 @@ void TFieldList::UpdateList() {
   if (TDataSet* dataSet = GetDataSet()) AddFields(*this, dataSet->GetFields());
 }
 
-TField* TFieldList::Find(const String& Name) const { return static_cast<TField*>(FindItem(Name, false)); }
+TField* TFieldList::Find(const String& Name) const {
+  return static_cast<TField*>(FindItem(Name, false));
+}
 
 TField* TFieldList::FieldByName(const String& Name) const {
   return static_cast<TField*>(FindItem(Name, true));

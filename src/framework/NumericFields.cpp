@@ -80,8 +80,8 @@ const String& TNumericField::TextFormat(bool DisplayText) const {
 
 bool TNumericField::IsValidChar(char InputChar) const {
   if ((InputChar >= '0' && InputChar <= '9') || InputChar == '+' || InputChar == '-') return true;
-  return IsFractional(GetDataType()) && (InputChar == FormatSettings.DecimalSeparator ||
-                                         InputChar == 'E' || InputChar == 'e');
+  return IsFractional(GetDataType()) &&
+         (InputChar == FormatSettings.DecimalSeparator || InputChar == 'E' || InputChar == 'e');
 }
 
 void TNumericField::RangeError(double Value, double Min, double Max) const {
@@ -185,7 +185,8 @@ String TIntegerField::GetAsString() const {
 void TIntegerField::SetAsString(const String& Value) {
   if (Value.empty()) return Clear();
   int32_t number = 0;
-  if (!TryStrToInt(Value, number)) DatabaseErrorFmt(SInvalidIntegerValue, {Value, GetDisplayName()});
+  if (!TryStrToInt(Value, number))
+    DatabaseErrorFmt(SInvalidIntegerValue, {Value, GetDisplayName()});
   SetAsInteger(number);
 }
 
@@ -241,7 +242,8 @@ String TLongWordField::GetAsString() const {
 void TLongWordField::SetAsString(const String& Value) {
   if (Value.empty()) return Clear();
   int64_t number = 0;
-  if (!TryStrToInt64(Value, number)) DatabaseErrorFmt(SInvalidIntegerValue, {Value, GetDisplayName()});
+  if (!TryStrToInt64(Value, number))
+    DatabaseErrorFmt(SInvalidIntegerValue, {Value, GetDisplayName()});
   SetAsLargeInt(number);
 }
 
@@ -293,7 +295,8 @@ String TLargeintField::GetAsString() const {
 void TLargeintField::SetAsString(const String& Value) {
   if (Value.empty()) return Clear();
   int64_t number = 0;
-  if (!TryStrToInt64(Value, number)) DatabaseErrorFmt(SInvalidIntegerValue, {Value, GetDisplayName()});
+  if (!TryStrToInt64(Value, number))
+    DatabaseErrorFmt(SInvalidIntegerValue, {Value, GetDisplayName()});
   SetAsLargeInt(number);
 }
 

@@ -10,7 +10,9 @@ ORV_PUBLISH(TObjectField) {
   p.Property("ObjectType", &TObjectField::GetObjectType, &TObjectField::SetObjectType);
 }
 ORV_IMPLEMENT_CLASS(TADTField)
-ORV_PUBLISH(TArrayField) { p.Property("Size", &TArrayField::GetSize, &TArrayField::SetSize).Default(10); }
+ORV_PUBLISH(TArrayField) {
+  p.Property("Size", &TArrayField::GetSize, &TArrayField::SetSize).Default(10);
+}
 ORV_PUBLISH(TDataSetField) {
   p.Property("IncludeObjectField", &TDataSetField::GetIncludeObjectField,
              &TDataSetField::SetIncludeObjectField)
@@ -22,7 +24,9 @@ ORV_IMPLEMENT_CLASS(TReferenceField)
 // TObjectField
 
 TObjectField::TObjectField(TComponent* AOwner)
-    : TField(AOwner), FOwnedFields(std::make_unique<TFields>(nullptr)), FFields(FOwnedFields.get()) {
+    : TField(AOwner),
+      FOwnedFields(std::make_unique<TFields>(nullptr)),
+      FFields(FOwnedFields.get()) {
   FOwnedFields->FParentField = this;
 }
 
@@ -48,7 +52,8 @@ void TObjectField::SpreadDataSet(TDataSet* ADataSet) {
   for (int i = 0; i < FOwnedFields->GetCount(); ++i) {
     TField* child = FOwnedFields->GetField(i);
     child->FDataSet = ADataSet;
-    if (auto* objectChild = dynamic_cast<TObjectField*>(child)) objectChild->SpreadDataSet(ADataSet);
+    if (auto* objectChild = dynamic_cast<TObjectField*>(child))
+      objectChild->SpreadDataSet(ADataSet);
   }
 }
 
@@ -63,7 +68,8 @@ bool TObjectField::GetIsNull() const {
 Variant TObjectField::GetAsVariant() const {
   std::vector<Variant> values;
   values.reserve(static_cast<size_t>(FFields->GetCount()));
-  for (int i = 0; i < FFields->GetCount(); ++i) values.push_back(FFields->GetField(i)->GetAsVariant());
+  for (int i = 0; i < FFields->GetCount(); ++i)
+    values.push_back(FFields->GetField(i)->GetAsVariant());
   return VarArrayOf(values);
 }
 
@@ -72,12 +78,14 @@ void TObjectField::SetVarValue(const Variant& Value) {
   if (!VarIsArray(Value)) DatabaseErrorFmt(SFieldValueError, {GetDisplayName()});
   const int32_t low = VarArrayLowBound(Value, 1);
   const int32_t count = std::min(VarArrayHighBound(Value, 1) - low + 1, FFields->GetCount());
-  for (int32_t i = 0; i < count; ++i) FFields->GetField(i)->SetAsVariant(VarArrayGet(Value, {low + i}));
+  for (int32_t i = 0; i < count; ++i)
+    FFields->GetField(i)->SetAsVariant(VarArrayGet(Value, {low + i}));
 }
 
 int32_t TObjectField::GetDefaultWidth() const {
   int32_t width = 0;
-  for (int i = 0; i < FFields->GetCount(); ++i) width += FFields->GetField(i)->GetDisplayWidth() + 2;
+  for (int i = 0; i < FFields->GetCount(); ++i)
+    width += FFields->GetField(i)->GetDisplayWidth() + 2;
   return width > 0 ? width : TField::GetDefaultWidth();
 }
 

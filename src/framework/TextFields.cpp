@@ -15,7 +15,9 @@ ORV_PUBLISH(TStringField) {
       .Default(true);
 }
 ORV_IMPLEMENT_CLASS(TWideStringField)
-ORV_PUBLISH(TGuidField) { p.Property("Size", &TGuidField::GetSize, &TGuidField::SetSize).Default(38); }
+ORV_PUBLISH(TGuidField) {
+  p.Property("Size", &TGuidField::GetSize, &TGuidField::SetSize).Default(38);
+}
 
 namespace {
 
@@ -84,7 +86,9 @@ bool TStringField::GetAsBoolean() const {
   return !text.empty() && std::strchr("TtYy", text.front()) != nullptr;
 }
 
-void TStringField::SetAsBoolean(bool Value) { SetAsString(String(1, Value ? STextTrue[0] : STextFalse[0])); }
+void TStringField::SetAsBoolean(bool Value) {
+  SetAsString(String(1, Value ? STextTrue[0] : STextFalse[0]));
+}
 
 TDateTime TStringField::GetAsDateTime() const { return StrToDateTime(GetAsString()); }
 void TStringField::SetAsDateTime(TDateTime Value) { SetAsString(DateTimeToStr(Value)); }

@@ -51,9 +51,7 @@ void TVariantField::SetAsWideString(const WideString& Value) { SetVarValue(Value
 // ---------------------------------------------------------------------------------------------
 // TInterfaceField and TIDispatchField
 
-TInterfaceField::TInterfaceField(TComponent* AOwner) : TField(AOwner) {
-  SetDataType(ftInterface);
-}
+TInterfaceField::TInterfaceField(TComponent* AOwner) : TField(AOwner) { SetDataType(ftInterface); }
 
 TIDispatchField::TIDispatchField(TComponent* AOwner) : TInterfaceField(AOwner) {
   SetDataType(ftIDispatch);

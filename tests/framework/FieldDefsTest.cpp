@@ -36,8 +36,9 @@ class TSortedFieldList : public TFieldList {
 
   int32_t IndexOfObject(TObject* Object) const override {
     GetCount();  // brings the list up to date first
-    auto it = std::lower_bound(FSorted.begin(), FSorted.end(), Object,
-                               [](const auto& item, TObject* object) { return item.first < object; });
+    auto it =
+        std::lower_bound(FSorted.begin(), FSorted.end(), Object,
+                         [](const auto& item, TObject* object) { return item.first < object; });
     return it != FSorted.end() && it->first == Object ? it->second : -1;
   }
 
@@ -149,8 +150,9 @@ TEST(FieldDefs, UpToDateFlagAndTheFlatDefinitionList) {
   EXPECT_FALSE(defs->GetUpdated());
   EXPECT_GT(dataSet.ChangeCount, 1);
   EXPECT_EQ(list->ToStringArray(), (std::vector<String>{"ID", "Parts", "Parts[0]", "Parts[0].No",
-                                                          "Parts[1]", "Parts[1].No"}));
-  EXPECT_EQ(list->FieldByName("parts[1].NO"), parts->GetChildDefs()->GetItem(0)->GetChildDefs()->GetItem(0));
+                                                        "Parts[1]", "Parts[1].No"}));
+  EXPECT_EQ(list->FieldByName("parts[1].NO"),
+            parts->GetChildDefs()->GetItem(0)->GetChildDefs()->GetItem(0));
   EXPECT_EQ(list->Find("Parts.No"), nullptr);
   // A child's change is its parent's: the list follows it and the data set hears of it.
   const int changes = dataSet.ChangeCount;
@@ -199,21 +201,21 @@ TEST(FieldLists, RebuiltOnDemandAndASubclassKeepsItsOwnIndex) {
 }
 
 TEST(FieldLists, FieldsByNameFollowRenamesOrderAndFreeing) {
-  auto dataSet = MakeDataSet({{"ID", ftInteger}, {"\xC3\x84rger", ftString}});  // "Ärger"
+  auto dataSet = MakeDataSet({{"ID", ftInteger}, {"\u00C4rger", ftString}});  // "Ärger"
   dataSet->SetName("Trouble");
   for (int i = 0; i < dataSet->GetFieldDefs()->GetCount(); ++i)
     dataSet->GetFieldDefs()->GetItem(i)->CreateField(dataSet.get());
   TFields* fields = dataSet->GetFields();
   TField* id = fields->FindField("id");
   ASSERT_NE(id, nullptr);
-  EXPECT_EQ(fields->FindField("\xC3\xA4rger"), fields->GetField(1));  // "ärger": the locale's case
+  EXPECT_EQ(fields->FindField("\u00E4rger"), fields->GetField(1));  // "ärger": the locale's case
 
   id->SetFieldName("Key");
   EXPECT_EQ(fields->FindField("ID"), nullptr);
   EXPECT_EQ(fields->FindField("KEY"), id);
   id->SetIndex(5);  // clamped to the last place
   EXPECT_EQ(fields->IndexOf(id), 1);
-  EXPECT_EQ(fields->GetField(0)->GetFieldName(), "\xC3\x84rger");
+  EXPECT_EQ(fields->GetField(0)->GetFieldName(), "\u00C4rger");
 
   TIntegerField other(nullptr);
   other.SetFieldName("key");
@@ -237,10 +239,10 @@ TEST(FieldProperties, PublishedForFormFilesWithTheirDefaults) {
 
   std::vector<String> names;
   for (PPropInfo info : GetPropList(field)) names.push_back(info->Name);
-  for (const char* name : {"FieldName", "DisplayLabel", "DisplayWidth", "Visible", "ReadOnly",
-                           "Required", "Alignment", "Index", "FieldKind", "KeyFields",
-                           "LookupDataSet", "LookupCache", "DisplayFormat", "EditFormat",
-                           "MinValue", "MaxValue", "OnValidate", "OnGetText"})
+  for (const char* name :
+       {"FieldName", "DisplayLabel", "DisplayWidth", "Visible", "ReadOnly", "Required", "Alignment",
+        "Index", "FieldKind", "KeyFields", "LookupDataSet", "LookupCache", "DisplayFormat",
+        "EditFormat", "MinValue", "MaxValue", "OnValidate", "OnGetText"})
     EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name;
 
   // Only what differs from the default is stored.

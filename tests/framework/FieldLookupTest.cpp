@@ -71,7 +71,8 @@ TEST_F(FieldLookup, IncompleteOrCircularSettingsAreRefused) {
   ExpectMessage([&] { CountryName->SetLookupDataSet(Customers.get()); },
                 "Circular datalinks are not allowed");
   CountryName->SetLookupResultField("");
-  ExpectMessage([&] { Customers->Open(); }, "Lookup information for field 'CountryName' is incomplete");
+  ExpectMessage([&] { Customers->Open(); },
+                "Lookup information for field 'CountryName' is incomplete");
   EXPECT_FALSE(Customers->GetActive());
   CountryName->SetLookupResultField("Population");
   ExpectMessage([&] { Customers->Open(); }, "Field 'Population' not found");

@@ -62,8 +62,8 @@ struct TDefSpec {
 
 // A closed test data set with these definitions and rows (in the order of the flat
 // definitions).
-inline std::unique_ptr<TTestDataSet> MakeDataSet(std::initializer_list<TDefSpec> defs,
-                                                 std::initializer_list<std::vector<Variant>> rows = {}) {
+inline std::unique_ptr<TTestDataSet> MakeDataSet(
+    std::initializer_list<TDefSpec> defs, std::initializer_list<std::vector<Variant>> rows = {}) {
   auto dataSet = std::make_unique<TTestDataSet>();
   for (const TDefSpec& def : defs) dataSet->GetFieldDefs()->Add(def.Name, def.Type, def.Size);
   for (const auto& row : rows) dataSet->AddRow(row);

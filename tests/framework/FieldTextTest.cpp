@@ -10,10 +10,18 @@ const TDateTime Born = EncodeDate(2011, 3, 4);
 const TDateTime Alarm = EncodeTime(13, 5, 9, 0);
 
 std::unique_ptr<TTestDataSet> TextDataSet() {
-  auto dataSet = MakeDataSet({{"ID", ftInteger},   {"Amount", ftFloat},   {"Price", ftCurrency},
-                              {"Bcd", ftBCD, 2},   {"Fmt", ftFMTBcd, 4},  {"Born", ftDate},
-                              {"Alarm", ftTime},   {"Stamp", ftDateTime}, {"Midnight", ftDateTime},
-                              {"Flag", ftBoolean}, {"Name", ftString, 10}, {"Empty", ftInteger}},
+  auto dataSet = MakeDataSet({{"ID", ftInteger},
+                              {"Amount", ftFloat},
+                              {"Price", ftCurrency},
+                              {"Bcd", ftBCD, 2},
+                              {"Fmt", ftFMTBcd, 4},
+                              {"Born", ftDate},
+                              {"Alarm", ftTime},
+                              {"Stamp", ftDateTime},
+                              {"Midnight", ftDateTime},
+                              {"Flag", ftBoolean},
+                              {"Name", ftString, 10},
+                              {"Empty", ftInteger}},
                              {{-42, 1234.5, 12.5, Currency::FromRaw(32500),
                                VarFMTBcdCreate(StrToBcd("123.4567", DotSettings())), Born, Alarm,
                                Born + Alarm, Born, true, String("a,b"), Null()}});
@@ -40,7 +48,8 @@ TEST(FieldText, EditTextWrittenAndReadBackUnderTwoFormatSettings) {
     auto dataSet = TextDataSet();
     TFields* fields = dataSet->GetFields();
     std::vector<String> texts;
-    for (int i = 0; i < fields->GetCount(); ++i) texts.push_back(fields->GetField(i)->GetEditText());
+    for (int i = 0; i < fields->GetCount(); ++i)
+      texts.push_back(fields->GetField(i)->GetEditText());
     EXPECT_EQ(texts, expected.EditTexts);
 
     // Each text set back on a new record gives the value it was made from.

@@ -9,10 +9,13 @@ namespace {
 TEST(FieldValidation, OnValidateSeesThePendingValueAndARefusalKeepsTheOldOne) {
   SettingsGuard guard;
   FormatSettings = DotSettings();
-  auto dataSet = MakeDataSet({{"Name", ftString, 4}, {"Born", ftDate}, {"Price", ftBCD, 2},
-                              {"Any", ftVariant}, {"Raw", ftVarBytes, 3}},
-                             {{String("Ann"), EncodeDate(2000, 1, 1), Currency(5), 1,
-                               VarFromBytes({1})}});
+  auto dataSet =
+      MakeDataSet({{"Name", ftString, 4},
+                   {"Born", ftDate},
+                   {"Price", ftBCD, 2},
+                   {"Any", ftVariant},
+                   {"Raw", ftVarBytes, 3}},
+                  {{String("Ann"), EncodeDate(2000, 1, 1), Currency(5), 1, VarFromBytes({1})}});
   dataSet->Open();
   std::vector<String> seen;
   auto record = [&](TField* sender) {
@@ -20,7 +23,8 @@ TEST(FieldValidation, OnValidateSeesThePendingValueAndARefusalKeepsTheOldOne) {
                                        : sender->GetFieldName() + " " + sender->GetAsString());
     if (sender->GetAsString() == "bad") throw EDatabaseError("refused");
   };
-  for (int i = 0; i < dataSet->GetFieldCount(); ++i) dataSet->GetFields()->GetField(i)->SetOnValidate(record);
+  for (int i = 0; i < dataSet->GetFieldCount(); ++i)
+    dataSet->GetFields()->GetField(i)->SetOnValidate(record);
 
   dataSet->Edit();
   TField* name = dataSet->FieldByName("Name");

@@ -11,11 +11,25 @@ class FieldValues : public ::testing::Test {
   void SetUp() override {
     FormatSettings = DotSettings();
     DataSet = MakeDataSet(
-        {{"ID", ftInteger},   {"Small", ftSmallint}, {"Word", ftWord},       {"Short", ftShortint},
-         {"Byte", ftByte},    {"Long", ftLongWord},  {"Big", ftLargeint},    {"Flag", ftBoolean},
-         {"Amount", ftFloat}, {"Single", ftSingle},  {"Price", ftCurrency},  {"Bcd", ftBCD, 2},
-         {"Fmt", ftFMTBcd, 4}, {"Born", ftDate},     {"Alarm", ftTime},      {"Stamp", ftDateTime},
-         {"Name", ftString, 5}, {"Wide", ftWideString, 3}, {"TS", ftTimeStamp}},
+        {{"ID", ftInteger},
+         {"Small", ftSmallint},
+         {"Word", ftWord},
+         {"Short", ftShortint},
+         {"Byte", ftByte},
+         {"Long", ftLongWord},
+         {"Big", ftLargeint},
+         {"Flag", ftBoolean},
+         {"Amount", ftFloat},
+         {"Single", ftSingle},
+         {"Price", ftCurrency},
+         {"Bcd", ftBCD, 2},
+         {"Fmt", ftFMTBcd, 4},
+         {"Born", ftDate},
+         {"Alarm", ftTime},
+         {"Stamp", ftDateTime},
+         {"Name", ftString, 5},
+         {"Wide", ftWideString, 3},
+         {"TS", ftTimeStamp}},
         {{7, int16_t(-5), uint16_t(65535), int8_t(-8), uint8_t(200), uint32_t(4000000000u),
           int64_t(1) << 40, true, 1234.5, 0.25f, Currency::FromRaw(123456), Currency(3),
           VarFMTBcdCreate(StrToBcd("123.4567")), EncodeDate(2011, 3, 4), EncodeTime(13, 5, 9, 0),
@@ -33,14 +47,15 @@ class FieldValues : public ::testing::Test {
 
 TEST_F(FieldValues, EachTypeGetsItsClassAndReadsItsBufferForm) {
   const std::vector<std::pair<const char*, const char*>> classes = {
-      {"ID", "TIntegerField"},   {"Small", "TSmallintField"}, {"Word", "TWordField"},
-      {"Short", "TShortintField"}, {"Byte", "TByteField"},    {"Long", "TLongWordField"},
-      {"Big", "TLargeintField"}, {"Flag", "TBooleanField"},   {"Amount", "TFloatField"},
-      {"Single", "TSingleField"}, {"Price", "TCurrencyField"}, {"Bcd", "TBCDField"},
-      {"Fmt", "TFMTBCDField"},   {"Born", "TDateField"},      {"Alarm", "TTimeField"},
-      {"Stamp", "TDateTimeField"}, {"Name", "TStringField"},  {"Wide", "TWideStringField"},
+      {"ID", "TIntegerField"},     {"Small", "TSmallintField"}, {"Word", "TWordField"},
+      {"Short", "TShortintField"}, {"Byte", "TByteField"},      {"Long", "TLongWordField"},
+      {"Big", "TLargeintField"},   {"Flag", "TBooleanField"},   {"Amount", "TFloatField"},
+      {"Single", "TSingleField"},  {"Price", "TCurrencyField"}, {"Bcd", "TBCDField"},
+      {"Fmt", "TFMTBCDField"},     {"Born", "TDateField"},      {"Alarm", "TTimeField"},
+      {"Stamp", "TDateTimeField"}, {"Name", "TStringField"},    {"Wide", "TWideStringField"},
       {"TS", "TSQLTimeStampField"}};
-  for (const auto& [name, className] : classes) EXPECT_EQ(Field(name)->ClassName(), className) << name;
+  for (const auto& [name, className] : classes)
+    EXPECT_EQ(Field(name)->ClassName(), className) << name;
 
   EXPECT_EQ(Field("ID")->GetAsInteger(), 7);
   EXPECT_EQ(Field("Small")->GetAsInteger(), -5);
@@ -80,14 +95,14 @@ TEST_F(FieldValues, WritesKeepTheirKindAndTextIsStoredWhole) {
   Field("ID")->SetAsString("42");
   Field("Small")->SetAsFloat(-2.5);  // rounds half to even
   Field("Long")->SetAsLargeInt(4294967295);
-  Field("Flag")->SetAsString("f");   // any start of "False"
+  Field("Flag")->SetAsString("f");  // any start of "False"
   Field("Amount")->SetAsCurrency(Currency::FromRaw(15));
   Field("Price")->SetAsString("9.99");
   Field("Bcd")->SetAsFloat(1.25);
   Field("Fmt")->SetAsString("-0.0001");
   Field("Stamp")->SetAsString("2020-02-29 23:59:58");
   Field("TS")->SetAsDateTime(EncodeDate(2000, 1, 2));
-  Field("Name")->SetAsString("Gr\xC3\xB6\xC3\x9F" "e");  // "Größe", 7 bytes
+  Field("Name")->SetAsString("Gr\u00F6\u00DFe");  // "Größe", 7 bytes
   Field("Wide")->SetAsString("xyz12");
   DataSet->Post();
 
@@ -102,8 +117,8 @@ TEST_F(FieldValues, WritesKeepTheirKindAndTextIsStoredWhole) {
   EXPECT_EQ(Field("Stamp")->GetAsDateTime(), EncodeDate(2020, 2, 29) + EncodeTime(23, 59, 58, 0));
   EXPECT_EQ(Field("TS")->GetAsSQLTimeStamp(), (TSQLTimeStamp{2000, 1, 2, 0, 0, 0, 0}));
   // The field writes the whole text; reading cuts it to 5 bytes without splitting a character.
-  EXPECT_EQ(Stored(16), Variant(String("Gr\xC3\xB6\xC3\x9F" "e")));
-  EXPECT_EQ(Field("Name")->GetAsString(), "Gr\xC3\xB6");
+  EXPECT_EQ(Stored(16), Variant(String("Gr\u00F6\u00DFe")));
+  EXPECT_EQ(Field("Name")->GetAsString(), "Gr\u00F6");
   EXPECT_EQ(Field("Wide")->GetAsString(), "xyz");
 }
 
@@ -113,8 +128,9 @@ TEST_F(FieldValues, RefusedValuesRaiseTheFieldMessagesAndChangeNothing) {
                 "'12a' is not a valid integer value for field 'ID'");
   ExpectMessage([&] { Field("ID")->SetAsString("3000000000"); },
                 "'3000000000' is not a valid integer value for field 'ID'");
-  ExpectMessage([&] { Field("Small")->SetAsInteger(40000); },
-                "40000 is not a valid value for field 'Small'. The allowed range is -32768 to 32767");
+  ExpectMessage(
+      [&] { Field("Small")->SetAsInteger(40000); },
+      "40000 is not a valid value for field 'Small'. The allowed range is -32768 to 32767");
   ExpectMessage([&] { Field("Byte")->SetAsString("-1"); },
                 "-1 is not a valid value for field 'Byte'. The allowed range is 0 to 255");
   ExpectMessage([&] { Field("Amount")->SetAsString("1,5"); },
@@ -125,7 +141,8 @@ TEST_F(FieldValues, RefusedValuesRaiseTheFieldMessagesAndChangeNothing) {
                 "'maybe' is not a valid boolean value for field 'Flag'");
   ExpectMessage([&] { Field("Flag")->GetAsDateTime(); },
                 "Cannot access field 'Flag' as type DateTime");
-  ExpectMessage([&] { Field("Born")->GetAsInteger(); }, "Cannot access field 'Born' as type Integer");
+  ExpectMessage([&] { Field("Born")->GetAsInteger(); },
+                "Cannot access field 'Born' as type Integer");
 
   auto* id = static_cast<TIntegerField*>(Field("ID"));
   id->SetMinValue(1);
@@ -146,8 +163,8 @@ TEST_F(FieldValues, RefusedValuesRaiseTheFieldMessagesAndChangeNothing) {
 TEST_F(FieldValues, NullReadsAsTheEmptyValueOfEachKind) {
   DataSet->Edit();
   for (int i = 0; i < DataSet->GetFieldCount(); ++i) DataSet->GetFields()->GetField(i)->Clear();
-  Field("Flag")->SetAsString("");   // no empty Boolean text: Null
-  Field("ID")->SetEditText("");     // an empty edit text clears
+  Field("Flag")->SetAsString("");  // no empty Boolean text: Null
+  Field("ID")->SetEditText("");    // an empty edit text clears
   DataSet->Post();
   for (int i = 0; i < DataSet->GetFieldCount(); ++i) {
     TField* field = DataSet->GetFields()->GetField(i);
@@ -169,8 +186,11 @@ TEST_F(FieldValues, AssignValueAndAssignPickTheSetterOfTheValuesKind) {
   Field("Amount")->AssignValue(Currency(2));
   Field("Stamp")->AssignValue(String("2001-01-01"));
   Field("Big")->AssignValue(Null());
-  ExpectMessage<EVariantError>([&] { Field("Price")->AssignValue(VarArrayOf({1, 2})); },
-                "Could not convert variant of type (Array Variant) into type (Double)");
+  ExpectMessage<EVariantError>(
+      [&] {
+        Field("Price")->AssignValue(VarArrayOf({1, 2}));
+      },
+      "Could not convert variant of type (Array Variant) into type (Double)");
   Field("ID")->Assign(Field("Byte"));
   DataSet->Post();
   EXPECT_EQ(Field("Name")->GetAsString(), "T");
