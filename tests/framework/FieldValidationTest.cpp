@@ -34,6 +34,9 @@ TEST(FieldValidation, OnValidateSeesThePendingValueAndARefusalKeepsTheOldOne) {
   ExpectMessage([&] { name->SetAsString("bad"); }, "refused");
   EXPECT_EQ(name->GetAsString(), "Bobb");
   EXPECT_EQ(changes, std::vector<String>{"Bobb"});  // OnChange follows an accepted write only
+  EXPECT_EQ(name->GetOldValue(), Variant(String("Ann")));
+  EXPECT_EQ(name->GetNewValue(), Variant(String("Bobb")));
+  EXPECT_EQ(dataSet->GetState(), dsEdit);
   dataSet->FieldByName("Born")->SetAsString("2001-02-03");  // written in its plain form
   dataSet->FieldByName("Price")->SetAsCurrency(Currency::FromRaw(12345));
   ExpectMessage([&] { dataSet->FieldByName("Any")->SetAsString("bad"); }, "refused");
