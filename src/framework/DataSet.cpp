@@ -184,9 +184,16 @@ void TDataSet::InitFieldDefs() {
   TryFinally([this] { OpenCursor(true); }, [this] { CloseCursor(); });
 }
 
+// A form read in the designer still opens when its data set cannot: the error is shown instead.
 void TDataSet::Loaded() {
   TComponent::Loaded();
-  if (FStreamedActive) SetActive(true);
+  if (!FStreamedActive) return;
+  try {
+    SetActive(true);
+  } catch (...) {
+    if (!FComponentState.Contains(csDesigning)) throw;
+    InternalHandleException();
+  }
 }
 
 void TDataSet::SetName(const String& NewName) {
