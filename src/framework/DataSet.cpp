@@ -1,6 +1,8 @@
 // TDataSet: construction and destruction, states, opening and closing, the before/after
 // events, data events and their broadcast to the data sources, and the control counter.
 
+#include <algorithm>
+
 #include "DataSet.h"
 
 #include "DBConsts.h"
