@@ -106,4 +106,19 @@ void TField::FillLookupList() {
                      FLookupDataSet->GetFieldValues(FLookupResultField));
 }
 
+// ---------------------------------------------------------------------------------------------
+// The value
+
+void TField::CalcLookupValue() {
+  Variant value;
+  if (FLookupCache)
+    value = FLookupList ? FLookupList->ValueOfKey(FDataSet->GetFieldValues(FKeyFields)) : Null();
+  else if (FLookupDataSet && FLookupDataSet->GetActive())
+    value = FLookupDataSet->Lookup(FLookupKeyFields, FDataSet->GetFieldValues(FKeyFields),
+                                   FLookupResultField);
+  else
+    return;
+  SetAsVariant(VarIsEmpty(value) ? Null() : value);
+}
+
 }  // namespace orv

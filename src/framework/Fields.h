@@ -361,6 +361,10 @@ class TField : public TComponent {
     std::memcpy(Buffer.data(), &Value, sizeof(T));
     SetData(Buffer, NativeFormat);
   }
+  // The lookup value of the record being calculated (the data set's CalculateFields): from the
+  // cache when the field keeps one, else from an open lookup data set; Null when the key finds
+  // nothing.
+  void CalcLookupValue();
   // SLookupInfoError unless the key fields (and with `All` the lookup data set and its fields)
   // are set and exist.
   void ValidateLookupInfo(bool All) const;
