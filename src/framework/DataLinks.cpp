@@ -2,6 +2,8 @@
 // through a data source. A link's record window is BufferCount buffers of the data set's ring,
 // starting at FFirstRecord, kept around the data set's active record.
 
+#include <algorithm>
+
 #include "DataSet.h"
 
 #include "DBConsts.h"
@@ -93,9 +95,15 @@ void TDataLink::SetBufferCount(int Value) {
   UpdateRange();
 }
 
-bool TDataLink::GetBOF() const { return GetDataSet()->GetBOF(); }
+bool TDataLink::GetBOF() const {
+  TDataSet* dataSet = GetDataSet();
+  return !dataSet || dataSet->GetBOF();
+}
 
-bool TDataLink::GetEOF() const { return GetDataSet()->GetEOF(); }
+bool TDataLink::GetEOF() const {
+  TDataSet* dataSet = GetDataSet();
+  return !dataSet || dataSet->GetEOF();
+}
 
 bool TDataLink::Edit() {
   if (!FReadOnly && FDataSource) FDataSource->Edit();

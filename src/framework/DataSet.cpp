@@ -1,6 +1,8 @@
 // TDataSet: construction and destruction, states, opening and closing, the before/after
 // events, data events and their broadcast to the data sources, and the control counter.
 
+#include <algorithm>
+
 #include "DataSet.h"
 
 #include "DBConsts.h"
@@ -184,9 +186,16 @@ void TDataSet::InitFieldDefs() {
   TryFinally([this] { OpenCursor(true); }, [this] { CloseCursor(); });
 }
 
+// A form read in the designer still opens when its data set cannot: the error is shown instead.
 void TDataSet::Loaded() {
   TComponent::Loaded();
-  if (FStreamedActive) SetActive(true);
+  if (!FStreamedActive) return;
+  try {
+    SetActive(true);
+  } catch (...) {
+    if (!FComponentState.Contains(csDesigning)) throw;
+    InternalHandleException();
+  }
 }
 
 void TDataSet::SetName(const String& NewName) {

@@ -64,6 +64,7 @@ class TDataSet : public TComponent {
   virtual int GetPriorRecords();
  public:
   virtual int32_t GetRecordCount() const;                              // *
+  // RecNo: the current record's number from 1; -1 when there is none.
   virtual int32_t GetRecNo() const;                                    // *
  protected:
   virtual void InitFieldDefs();
@@ -155,7 +156,7 @@ class TDataSet : public TComponent {
   TDataSetState GetState() const { return FState; }
   void CheckActive() const;    // EDatabaseError SDataSetClosed, naming this data set
   void CheckInactive() const;  // SDataSetOpen
-  void CheckBrowseMode();      // posts a pending edit (or cancels an unmodified insert)
+  void CheckBrowseMode();      // posts a modified record, cancels an unmodified one
   void Refresh();
 
   // --- Navigation
@@ -198,7 +199,8 @@ class TDataSet : public TComponent {
 
   // --- Controls
   void DisableControls();
-  // Replays the change the links missed (a data-set change, or a scroll) when the count ends.
+  // When the count ends, the links hear what they missed: a data-set change, or a layout
+  // change when the state changed meanwhile.
   void EnableControls();
   bool ControlsDisabled() const { return FDisableCount != 0; }
   // Follows the chain of masters and nested parents: true when this data set depends on the

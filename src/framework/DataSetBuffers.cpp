@@ -6,6 +6,8 @@
 // FBufferCount), FActiveRecord is the current one, FCurrentRecord the buffer the descendant's
 // cursor stands on (-1: unknown, set it again before moving).
 
+#include <algorithm>
+
 #include "DataSet.h"
 
 #include "DBConsts.h"

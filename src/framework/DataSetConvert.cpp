@@ -3,6 +3,7 @@
 // form of a date, time, BCD or byte value gets it converted here by DataConvert. Every other type
 // has one form only and passes straight through.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>

@@ -1,5 +1,7 @@
 // TDataSource: connects one data set to its data links and passes the data set's events on.
 
+#include <algorithm>
+
 #include "DataSet.h"
 
 #include "DBConsts.h"
