@@ -13,7 +13,7 @@ namespace {
 using Kind = FormatArg::Kind;
 
 // One "%[index:][-][width][.precision]type" after its "%".
-struct Spec {
+struct TDirective {
   bool LeftAlign = false;
   int Width = -1;
   int Precision = -1;
@@ -55,8 +55,8 @@ class Formatter {
         i = FPos + 1;
         continue;
       }
-      const Spec spec = ParseSpec();
-      result += Pad(Convert(spec), spec);
+      const TDirective directive = ParseDirective();
+      result += Pad(Convert(directive), directive);
       i = FPos;
     }
     return result;
@@ -92,8 +92,8 @@ class Formatter {
     return number;
   }
 
-  Spec ParseSpec() {
-    Spec spec;
+  TDirective ParseDirective() {
+    TDirective directive;
     int number = ParseNumber();
     if (Peek() == ':') {  // an index: the arguments go on from there
       ++FPos;
@@ -103,45 +103,45 @@ class Formatter {
     }
     if (number < 0) {
       if (Peek() == '-') {
-        spec.LeftAlign = true;
+        directive.LeftAlign = true;
         ++FPos;
       }
       number = ParseNumber();
     }
-    spec.Width = number;
+    directive.Width = number;
     if (Peek() == '.') {
       ++FPos;
-      spec.Precision = std::max(ParseNumber(), 0);
+      directive.Precision = std::max(ParseNumber(), 0);
     }
-    spec.Type = Peek();
-    if (spec.Type == 0) Fail();
+    directive.Type = Peek();
+    if (directive.Type == 0) Fail();
     ++FPos;
-    if (spec.Type >= 'A' && spec.Type <= 'Z') spec.Type = char(spec.Type - 'A' + 'a');
-    return spec;
+    if (directive.Type >= 'A' && directive.Type <= 'Z') directive.Type = char(directive.Type - 'A' + 'a');
+    return directive;
   }
 
-  String Pad(String text, const Spec& spec) const {
+  String Pad(String text, const TDirective& directive) const {
     const size_t length = CodePoints(text);
-    if (spec.Width <= 0 || length >= static_cast<size_t>(spec.Width)) return text;
-    const size_t fill = spec.Width - length;
-    if (spec.LeftAlign) return text.append(fill, ' ');
+    if (directive.Width <= 0 || length >= static_cast<size_t>(directive.Width)) return text;
+    const size_t fill = directive.Width - length;
+    if (directive.LeftAlign) return text.append(fill, ' ');
     String padded(fill, ' ');
     return padded += text;
   }
 
-  String Convert(const Spec& spec) {
+  String Convert(const TDirective& directive) {
     const FormatArg& arg = NextArg();
-    switch (spec.Type) {
-      case 'd': return Decimal(arg, spec);
-      case 'u': return Unsigned(arg, spec, false);
-      case 'x': return Unsigned(arg, spec, true);
+    switch (directive.Type) {
+      case 'd': return Decimal(arg, directive);
+      case 'u': return Unsigned(arg, directive, false);
+      case 'x': return Unsigned(arg, directive, true);
       case 'e':
       case 'f':
       case 'g':
       case 'n':
-      case 'm': return Float(arg, spec);
+      case 'm': return Float(arg, directive);
       case 'p': return Pointer(arg);
-      case 's': return Text(arg, spec);
+      case 's': return Text(arg, directive);
       default: Fail();
     }
   }
@@ -152,17 +152,17 @@ class Formatter {
     return digits;
   }
 
-  String Decimal(const FormatArg& arg, const Spec& spec) const {
-    if (arg.GetKind() == Kind::UInt) return ZeroPad(std::to_string(arg.AsUInt()), spec.Precision);
+  String Decimal(const FormatArg& arg, const TDirective& directive) const {
+    if (arg.GetKind() == Kind::UInt) return ZeroPad(std::to_string(arg.AsUInt()), directive.Precision);
     if (arg.GetKind() != Kind::Int) Fail();
     const int64_t value = arg.AsInt();
     const uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : value;
     String text = value < 0 ? "-" : "";
-    return text += ZeroPad(std::to_string(magnitude), spec.Precision);
+    return text += ZeroPad(std::to_string(magnitude), directive.Precision);
   }
 
   // A negative integer shows in the width it was passed with, as the platform's would.
-  String Unsigned(const FormatArg& arg, const Spec& spec, bool hex) const {
+  String Unsigned(const FormatArg& arg, const TDirective& directive, bool hex) const {
     uint64_t value;
     if (arg.GetKind() == Kind::UInt) {
       value = arg.AsUInt();
@@ -173,13 +173,13 @@ class Formatter {
       Fail();
     }
     return ZeroPad(hex ? IntToHex(static_cast<int64_t>(value), 0) : std::to_string(value),
-                   spec.Precision);
+                   directive.Precision);
   }
 
-  String Float(const FormatArg& arg, const Spec& spec) const {
+  String Float(const FormatArg& arg, const TDirective& directive) const {
     if (arg.GetKind() != Kind::Float && arg.GetKind() != Kind::Curr) Fail();
     const bool curr = arg.GetKind() == Kind::Curr;
-    const int p = spec.Precision;
+    const int p = directive.Precision;
     auto asFloat = [&](TFloatFormat format, int precision, int digits) {
       if (curr) {
         if (format == ffGeneral || format == ffExponent) {
@@ -192,7 +192,7 @@ class Formatter {
       }
       return FloatToStrF(arg.AsFloat(), format, precision, digits, FSettings);
     };
-    switch (spec.Type) {
+    switch (directive.Type) {
       case 'e': return asFloat(ffExponent, p < 0 ? 15 : std::clamp(p, 1, 18), 3);
       case 'g': return asFloat(ffGeneral, p < 0 ? 15 : std::clamp(p, 1, 18), 3);
       case 'f': return asFloat(ffFixed, 18, p < 0 ? 2 : p);
@@ -207,7 +207,7 @@ class Formatter {
                     static_cast<int>(sizeof(void*) * 2));
   }
 
-  String Text(const FormatArg& arg, const Spec& spec) const {
+  String Text(const FormatArg& arg, const TDirective& directive) const {
     String text;
     if (arg.GetKind() == Kind::Str)
       text = arg.AsStr();
@@ -215,7 +215,7 @@ class Formatter {
       text = Utf16ToUtf8(arg.AsWStr());
     else
       Fail();
-    if (spec.Precision >= 0) return CodePointPrefix(text, spec.Precision);
+    if (directive.Precision >= 0) return CodePointPrefix(text, directive.Precision);
     return text;
   }
 
