@@ -58,6 +58,10 @@ using TCreateNestedEvent =
 using TCompareRecordsEvent =
     std::function<void(TDataSet* DataSet, int32_t Index1, int32_t Index2, int32_t& Result)>;
 
+// The hidden marker: the attribute bit past the framework's own six that a field definition made
+// from an invisible field carries, so that its default field comes out invisible again.
+inline constexpr TFieldAttribute faHiddenMarker = static_cast<TFieldAttribute>(6);
+
 // ---------------------------------------------------------------------------------------------
 // Key values, as the locate and detail filters compare them: A is the record's value, B the key.
 // Both are one value, or variant arrays of one value per key field.
@@ -344,7 +348,7 @@ class TORVCustomData : public TDataSet {
   bool FilterAccepts();
   // The parent of a nested data set, or the master of a detail, is empty or inserting.
   bool ParentOrMasterEmpty() const;
-  bool ReadFieldValue(TField* Field, void* Buffer, bool NativeFormat, bool ByteArrayForm);
+  bool ReadFieldValue(TField* Field, void* Buffer, bool NativeFormat);
   void WriteFieldValue(TField* Field, const void* Buffer, bool NativeFormat, bool ByteArrayForm);
   void HideFields(TFieldDefs* FieldDefs);
   TField* AddField(const String& FieldName, TFieldType DataType, int32_t Size, TFieldKind Kind);
