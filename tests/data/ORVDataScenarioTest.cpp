@@ -108,6 +108,46 @@ TEST(ORVDataScenario, FailedWriteOfAnInsertedRecordIsUndoneByADelete) {
   EXPECT_EQ(people.CurrentID(), 3);
 }
 
+// Sorted by Name: positions map to record indexes through the index list; a new record always
+// gets the record count; only a change of an index field moves a record.
+TEST(ORVDataScenario, SortedDataSetHandsOverRecordIndexesOfItsOrder) {
+  TPeopleData people(4);
+  people.Rows = {{1, "d", 1}, {2, "b", 2}, {3, "c", 3}, {4, "a", 4}};
+  people->SetIndexFieldNames("Name");
+  people->Open();
+  auto ids = [&] {
+    std::vector<int32_t> order;
+    for (people->First(); !people->GetEOF(); people->Next()) order.push_back(people.CurrentID());
+    return order;
+  };
+  EXPECT_EQ(ids(), (std::vector<int32_t>{4, 2, 3, 1}));
+
+  people->First();
+  people->Edit();
+  people.Field("Score")->SetAsInteger(9);
+  people.Take();
+  people->Post();
+  EXPECT_EQ(people.Take(), Calls{"set 3 Score=9"});  // no comparison: not an index field
+  people->Edit();
+  people.Field("Name")->SetAsString("e");
+  people->Post();
+  EXPECT_EQ(ids(), (std::vector<int32_t>{2, 3, 1, 4}));
+
+  people->First();
+  people->Insert();
+  people.Field("ID")->SetAsInteger(5);
+  people.Field("Name")->SetAsString("a");
+  people.Take();
+  people->Post();
+  EXPECT_EQ(people.Take()[0], "insert 4");
+  EXPECT_EQ(ids(), (std::vector<int32_t>{5, 2, 3, 1, 4}));
+  people->SetRecNo(2);
+  people.Take();
+  people->Delete();
+  EXPECT_EQ(people.Take(), Calls{"delete 1"});
+  EXPECT_EQ(ids(), (std::vector<int32_t>{5, 3, 1, 4}));
+}
+
 TEST(ORVDataScenario, CursorPositionsRecordNumbersAndBookmarks) {
   TPeopleData people(5);
   people->Open();
