@@ -29,6 +29,13 @@ String NameOf(int i) {
   return "Item" + String(16 - digits.size(), '0') + digits;  // 20 characters
 }
 
+std::vector<String> MakeNames() {
+  std::vector<String> names;
+  names.reserve(RecordCount);
+  for (int i = 0; i < RecordCount; ++i) names.push_back(NameOf(i));
+  return names;
+}
+
 std::vector<TItem> MakeItems(int count) {
   std::vector<TItem> items;
   items.reserve(static_cast<size_t>(count));
@@ -73,11 +80,7 @@ std::vector<int32_t> RandomRecNos() {
 }
 
 void EngineAppend(benchmark::State& state) {
-  const std::vector<String> names = [] {
-    std::vector<String> all;
-    for (int i = 0; i < RecordCount; ++i) all.push_back(NameOf(i));
-    return all;
-  }();
+  const std::vector<String> names = MakeNames();
   for (auto _ : state) {
     state.PauseTiming();
     std::vector<TItem> items;
@@ -103,11 +106,7 @@ void EngineAppend(benchmark::State& state) {
 BENCHMARK(EngineAppend)->Unit(benchmark::kMillisecond);
 
 void VectorAppend(benchmark::State& state) {
-  const std::vector<String> names = [] {
-    std::vector<String> all;
-    for (int i = 0; i < RecordCount; ++i) all.push_back(NameOf(i));
-    return all;
-  }();
+  const std::vector<String> names = MakeNames();
   for (auto _ : state) {
     state.PauseTiming();
     std::vector<TItem> items;
