@@ -180,6 +180,22 @@ Variant BufferToVariant(TDataSet* DataSet, TField* Field, const void* Source, bo
   }
 }
 
+// The bytes of a field's buffer in either form (for plain bytes, not for a buffer holding an
+// object).
+size_t BufferSize(const TField* Field, bool NativeFormat) {
+  switch (Field->GetDataType()) {
+    case ftDate: case ftTime: case ftDateTime:
+      if (!NativeFormat) return sizeof(double);
+      break;
+    case ftBCD:
+      if (!NativeFormat) return sizeof(Currency);
+      break;
+    default:
+      break;
+  }
+  return static_cast<size_t>(std::max(Field->GetDataSize(), 0));
+}
+
 bool IsEditingState(TDataSetState State) {
   switch (State) {
     case dsEdit: case dsInsert: case dsSetKey: case dsCalcFields: case dsFilter: case dsNewValue:
@@ -225,10 +241,9 @@ bool TORVCustomData::GetFieldData(TField* Field, TValueBuffer& Buffer) {
 // is used as it is.
 bool TORVCustomData::GetFieldData(TField* Field, TValueBuffer& Buffer, bool NativeFormat) {
   if (Buffer.empty()) return ReadFieldValue(Field, nullptr, NativeFormat);
-  const size_t needed = static_cast<size_t>(std::max(Field->GetDataSize(), 0));
   if (BufferObjectOf(Field->GetDataType(), NativeFormat) == TBufferObject::None &&
-      Buffer.size() < needed)
-    Buffer.resize(needed);
+      Buffer.size() < BufferSize(Field, NativeFormat))
+    Buffer.resize(BufferSize(Field, NativeFormat));
   return ReadFieldValue(Field, Buffer.data(), NativeFormat);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 // The layout of a record buffer of the engine: a header with the cursor position the buffer was
 // fetched at (which is also its whole 4-byte bookmark) and its bookmark flag, then one Variant
-// per entry of the data set's field list, in field-list order. A slot that is Unassigned has not
-// been asked for yet; Null means the field has no value.
+// per entry of the data set's FieldList (sub-fields of object fields included), in its order. A
+// slot that is Unassigned has not been asked for yet; Null means the field has no value.
 
 #include <cstddef>
 #include <cstdint>
