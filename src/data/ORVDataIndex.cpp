@@ -76,6 +76,10 @@ void TORVCustomData::SetIndexFieldNames(const String& Value) {
   }
 }
 
+// IndexFields[Index] and IndexDescFields[Index]: the resolved fields in sort priority and their
+// descending flags, IndexFieldCount of them. Flags are bits of one 32-bit mask, so index field
+// 32 shares the flag of index field 0.
+
 TField* TORVCustomData::GetIndexField(int32_t Index) const {
   if (Index < 0 || Index >= GetIndexFieldCount())
     throw EListError("List index out of bounds (" + std::to_string(Index) + ")");
@@ -138,6 +142,8 @@ void TORVCustomData::SetReversed(bool Value) {
 // ---------------------------------------------------------------------------------------------
 // Comparison
 
+// IndexFieldState is true only while the values of index fields are fetched for a comparison,
+// so that a handler can tell those reads from the reads of a record shown.
 int32_t TORVCustomData::CompareRecords(int32_t Index1, int32_t Index2) {
   int32_t result = 0;
   const int32_t count = GetIndexFieldCount();
