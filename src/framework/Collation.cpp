@@ -61,13 +61,13 @@ const UCaseMap* CaseMap() {
   return map.get();
 }
 
-int CompareUtf8(const UCollator* collator, const String& a, const String& b) {
+int CompareUtf8(const UCollator* collator, std::string_view a, std::string_view b) {
   UErrorCode status = U_ZERO_ERROR;
   const UCollationResult result =
       collator ? ucol_strcollUTF8(collator, a.data(), static_cast<int32_t>(a.size()), b.data(),
                                   static_cast<int32_t>(b.size()), &status)
                : UCOL_EQUAL;
-  if (!collator || U_FAILURE(status)) return CompareStr(a, b);
+  if (!collator || U_FAILURE(status)) return CompareStr(String(a), String(b));
   return static_cast<int>(result);
 }
 
@@ -122,6 +122,9 @@ WideString MapCaseUtf16(Utf16CaseFunction map, const WideString& text) {
 }  // namespace
 
 int AnsiCompareText(const String& a, const String& b) { return CompareUtf8(TextCollator(), a, b); }
+int AnsiCompareText(std::string_view a, std::string_view b) {
+  return CompareUtf8(TextCollator(), a, b);
+}
 bool AnsiSameText(const String& a, const String& b) { return a == b || AnsiCompareText(a, b) == 0; }
 int AnsiCompareStr(const String& a, const String& b) { return CompareUtf8(StrCollator(), a, b); }
 bool AnsiSameStr(const String& a, const String& b) { return a == b || AnsiCompareStr(a, b) == 0; }

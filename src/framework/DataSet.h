@@ -104,6 +104,8 @@ class TDataSet : public TComponent {
   virtual void InternalDelete() = 0;                                   // *
   virtual void InternalFirst() = 0;                                    // *
   virtual void InternalGotoBookmark(const TBookmark& Bookmark) = 0;    // *
+  // The pointer form: BookmarkSize bytes; by default passed on to the byte-array form.
+  virtual void InternalGotoBookmark(const void* Bookmark);             // *
   virtual void InternalInitRecord(TRecordBuffer Buffer) = 0;           // *
   virtual void InternalLast() = 0;                                     // *
   virtual void InternalPost();                                         // * (checks required)

@@ -329,6 +329,11 @@ void TDataSet::GotoBookmark(const TBookmark& Bookmark) {
   DoAfterScroll();
 }
 
+void TDataSet::InternalGotoBookmark(const void* Bookmark) {
+  const auto* bytes = static_cast<const uint8_t*>(Bookmark);
+  InternalGotoBookmark(TBookmark(bytes, bytes + FBookmarkSize));
+}
+
 bool TDataSet::BookmarkValid(const TBookmark&) { return false; }
 
 int TDataSet::CompareBookmarks(const TBookmark& Bookmark1, const TBookmark& Bookmark2) {

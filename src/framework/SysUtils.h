@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <initializer_list>
+#include <string_view>
 
 #include "System.h"
 
@@ -229,6 +230,8 @@ int CompareText(const String& a, const String& b);  // ASCII letters compared wi
 bool SameText(const String& a, const String& b);
 // Locale-aware (ICU collation of the process locale): "Text" ignores case but not accents.
 int AnsiCompareText(const String& a, const String& b);
+// The same on text where it lies (a variant's text, a slice), without copying it.
+int AnsiCompareText(std::string_view a, std::string_view b);
 bool AnsiSameText(const String& a, const String& b);
 int AnsiCompareStr(const String& a, const String& b);
 bool AnsiSameStr(const String& a, const String& b);

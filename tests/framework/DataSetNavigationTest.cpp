@@ -113,6 +113,25 @@ TEST(DataSetNavigation, BookmarksAreComparedAndCheckedByTheDataSet) {
   people->Cancel();
 }
 
+// A descendant that supplies only the byte-array form is reached through the pointer form too.
+TEST(DataSetNavigation, PointerBookmarkReachesTheByteArrayForm) {
+  struct TPointerGoto : TTestDataSet {
+    void GoTo(const TBookmark& Bookmark) {
+      InternalGotoBookmark(static_cast<const void*>(Bookmark.data()));
+      Resync(TResyncMode{rmExact});
+    }
+  };
+  TPointerGoto people;
+  people.GetFieldDefs()->Add("ID", ftInteger);
+  for (int id = 1; id <= 5; ++id) people.AddRow({id});
+  people.Open();
+  people.MoveBy(3);
+  TBookmark fourth = people.GetBookmark();
+  people.First();
+  people.GoTo(fourth);
+  EXPECT_EQ(CurrentID(people), 4);
+}
+
 TEST(DataSetNavigation, EmptyAndClosedDataSetsRefuseWithTheirName) {
   auto people = MakePeople(0);
   people->SetName("People");

@@ -77,6 +77,7 @@ class TTestDataSet : public TDataSet {
   void InternalFirst() override;
   void InternalLast() override;
   void InternalSetToRecord(TRecordBuffer Buffer) override;
+  using TDataSet::InternalGotoBookmark;
   void InternalGotoBookmark(const TBookmark& Bookmark) override;
   bool FindRecord(bool Restart, bool GoForward) override;
 
