@@ -8,14 +8,12 @@
 #include <memory>
 
 #include "TestDataSet.h"
+#include "TestSupport.h"
 
 namespace orv::test {
 
 // Puts the process-wide settings back when the test ends, however it ends.
-struct SettingsGuard {
-  TFormatSettings Saved = FormatSettings;
-  ~SettingsGuard() { FormatSettings = Saved; }
-};
+using SettingsGuard = testing::TSettingsGuard;
 
 // "." with ISO dates, and "," with German dates.
 inline TFormatSettings DotSettings() {

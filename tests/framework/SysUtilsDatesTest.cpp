@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "SysUtils.h"
+#include "TestSupport.h"
 
 namespace orv {
 namespace {
@@ -166,12 +167,11 @@ TEST(DateTimeParse, OrderSeparatorsYearsAndMarkers) {
 }
 
 TEST(DateTimeParse, ProcessSettingsAreTheDefault) {
-  const TFormatSettings saved = FormatSettings;
+  testing::TSettingsGuard guard;
   FormatSettings = Settings("dd.mm.yyyy", "hh:nn", '.');
   const TDateTime value = EncodeDate(2011, 3, 4) + EncodeTime(10, 30, 0, 0);
   const String text = DateTimeToStr(value);
   const double parsed = StrToDateTime(text);
-  FormatSettings = saved;
   EXPECT_EQ(text, "04.03.2011 10:30");
   EXPECT_EQ(parsed, value.Val);
 }
